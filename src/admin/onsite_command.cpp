@@ -1,0 +1,12 @@
+#include "admin/list_command.h"
+
+namespace porvane::admin {
+
+int runOnsiteCommand(CommandContext& context) {
+    if (!context.args.isEmpty())
+        return usageError(QStringLiteral("onsite takes no arguments"));
+    GridLists lists(context.state);
+    return finishList(context, lists, lists.showDayStatus());
+}
+
+} // namespace porvane::admin

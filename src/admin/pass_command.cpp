@@ -1,0 +1,123 @@
+#include "admin/pass_command.h"
+
+#include "passes/pass_issue.h"
+#include "passes/pass_layout.h"
+#include "store/line_reader.h"
+#include "store/record_line.h"
+
+#include <QPdfWriter>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QTextStream>
+
+namespace porvane::admin {
+
+namespace {
+
+QString printTo(const QString& pdf, const PassContent& content) {
+    if (!pdf.isEmpty()) {
+        QPdfWriter writer(pdf);
+        writer.setResolution(600);
+        writer.setTitle(QStringLiteral("Visitor pass ") + content.regNo);
+        return PassLayout::print(writer, content);
+    }
+    if (QPrinterInfo::defaultPrinter().isNull())
+        return QStringLiteral("No printer is installed");
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setFullPage(true);
+    printer.setDocName(QStringLiteral("Visitor pass ") + content.regNo);
+    return PassLayout::print(printer, content);
+}
+
+} // namespace
+
+FileError loadBooking(AppState& state, const QString& regNo) {
+    const QString file =
+        state.dataPath() + QStringLiteral("Record/") + regNo.left(4) + QStringLiteral(".vrf");
+    LineReader reader(file);
+    const QByteArray key = regNo.toLatin1();
+    QByteArrayView bytes;
+    while (reader.next(bytes)) {
+        const RecordLine line(bytes);
+        if (!line.hasRegNo(key))
+            continue;
+        decodeRecordLine(line, state.record);
+        state.record.MarkRecordSaved();
+        return {};
+    }
+    if (reader.error())
+        return reader.error();
+    return {FileError::FileNotFound, QStringLiteral("Booking %1 not found in %2").arg(regNo, file)};
+}
+
+int runPassCommand(CommandContext& context) {
+    AppState& state = context.state;
+    const QStringList& args = context.args;
+    static const QStringList counts = {QStringLiteral("ONE"),   QStringLiteral("TWO"),
+                                       QStringLiteral("THREE"), QStringLiteral("FOUR"),
+                                       QStringLiteral("FIVE"),  QStringLiteral("SIX")};
+    QString regNo;
+    int count = 1;
+    QString period = QStringLiteral("Day");
+    QDate start;
+    QString pdf;
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString& a = args.at(i);
+        const bool hasValue = i + 1 < args.size();
+        if (a == u"--count" && hasValue) {
+            bool ok = false;
+            count = args.at(++i).toInt(&ok);
+            if (!ok || count < 1 || count > 6)
+                return usageError(QStringLiteral("--count takes 1 to 6"));
+        } else if (a == u"--period" && hasValue) {
+            period = args.at(++i);
+        } else if (a == u"--start" && hasValue) {
+            start = QDate::fromString(args.at(++i), Qt::ISODate);
+            if (!start.isValid())
+                return usageError(QStringLiteral("--start takes a date YYYY-MM-DD"));
+        } else if (a == u"--pdf" && hasValue) {
+            pdf = args.at(++i);
+        } else if (regNo.isEmpty() && !a.startsWith(u"--")) {
+            regNo = a.trimmed();
+        } else {
+            return usageError(QStringLiteral("unexpected argument: ") + a);
+        }
+    }
+    if (regNo.size() != 12)
+        return usageError(QStringLiteral("pass needs the 12-digit booking number"));
+
+    if (const FileError e = loadBooking(state, regNo)) {
+        QTextStream(stderr) << e.text << '\n';
+        return 1;
+    }
+    PassIssue pass(state);
+    pass.open();
+    if (!pass.choose(counts.at(count - 1), period))
+        return 1;
+    if (start.isValid() && start != state.clock.today()) {
+        // A later start is picked on the calendar, which a one-day pass cannot open.
+        if (!pass.toggleCalendar() || !pass.pickCalendarDay(start))
+            return 1;
+    }
+    QString error;
+    switch (pass.print([&pdf](const PassContent& c) { return printTo(pdf, c); }, updateBookingInStore(state),
+                       &error)) {
+    case PassIssue::PrintResult::Printed:
+        QTextStream(stdout) << "Pass " << regNo << ' ' << state.record[Field::PassStart] << " to "
+                            << state.record[Field::PassEnd] << ' ' << state.record[Field::PassPeriod] << '\n';
+        return 0;
+    case PassIssue::PrintResult::Disabled:
+        QTextStream(stderr) << "Pass printing is switched off in the settings\n";
+        return 1;
+    case PassIssue::PrintResult::Declined:
+        return 1;
+    case PassIssue::PrintResult::NotPrinted:
+    case PassIssue::PrintResult::NotStored:
+        if (!error.isEmpty())
+            QTextStream(stderr) << error << '\n';
+        return 1;
+    }
+    return 1;
+}
+
+} // namespace porvane::admin

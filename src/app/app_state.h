@@ -1,0 +1,80 @@
+#pragma once
+
+#include "app/clock.h"
+#include "app/pause.h"
+#include "app/prompter.h"
+#include "settings/settings.h"
+#include "store/current_record.h"
+
+#include <QString>
+
+namespace porvane {
+
+class UrlOpener;
+
+// What the list grid shows; the list refresh rebuilds it after every change.
+enum class ListMode : int { None = 0, Day = 1, Month = 2, Search = 3, OnSite = 4 };
+
+// The working values of the pass window, read by pass printing.
+struct PassWorking {
+    int PassCount = 1;
+    QString PassInterval = QStringLiteral("d");
+    QString PassStartDate;
+    QString PassEndDate;
+    QString PassPeriodCode = QStringLiteral("1D");
+    QString PassIssueStamp;
+    QString PassValidText;
+    bool PassPhotoShown = false;
+};
+
+// The application-wide state, made once in main() and handed by reference to whoever needs it.
+class AppState {
+public:
+    AppState(Prompter& prompter, Clock& clock, Pause& pause)
+        : prompter(prompter)
+        , clock(clock)
+        , pause(pause) {}
+
+    Prompter& prompter;
+    Clock& clock;
+    Pause& pause;
+
+    QString AppPath; // the program's folder, always ending with "/"
+    Settings settings;
+    bool SettingsCreated = false;
+    // The platform version test; only a Windows start-up sets these.
+    bool IsXpOrLater = false;
+    int OsMajorVersion = 0;
+    // Opens help pages; null means the desktop's browser (see ShowHelp).
+    UrlOpener* urlOpener = nullptr;
+
+    CurrentRecord record;
+    bool RecordChanged = false;
+    bool TimesChanged = false;
+    bool RemovePassRequested = false;
+    bool PassWindowChanged = false;
+    bool SettingsRestartPending = false;
+    bool JustCapturedMark = false;
+    bool JustAttachedMark = false;
+    bool JustDeletedMark = false;
+
+    ListMode listMode = ListMode::None;
+    int ListedCount = 0;
+    qint32 HelpContext = 1;
+    PassWorking pass;
+
+    // The main window's title; results of saves and list errors are shown in it.
+    QString mainTitle = plainTitle();
+    static QString plainTitle() { return QStringLiteral("Tarnwell Solutions Porvane 90"); }
+    void showResultInTitle(const QString& text) {
+        mainTitle = plainTitle() + QStringLiteral("  [ ") + text + QStringLiteral(" ]");
+    }
+
+    // The data folder as a path ending with "/".
+    QString dataPath() const {
+        QString p = settings.DataPath;
+        return p.endsWith(u'/') ? p : p + u'/';
+    }
+};
+
+} // namespace porvane

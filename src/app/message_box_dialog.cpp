@@ -1,0 +1,52 @@
+#include "app/message_box_dialog.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace porvane {
+
+Answer MessageBoxPrompter::ask(const Message& message) {
+    QMessageBox box(m_parent ? m_parent : QApplication::activeWindow());
+    box.setWindowTitle(message.title);
+    box.setText(message.text);
+    switch (message.icon) {
+    case Icon::Exclamation:
+        box.setIcon(QMessageBox::Warning);
+        break;
+    case Icon::Information:
+        box.setIcon(QMessageBox::Information);
+        break;
+    case Icon::Question:
+        box.setIcon(QMessageBox::Question);
+        break;
+    }
+    switch (message.buttons) {
+    case Buttons::Ok:
+        box.setStandardButtons(QMessageBox::Ok);
+        break;
+    case Buttons::OkCancel:
+        box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+        break;
+    case Buttons::YesNo:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        break;
+    case Buttons::YesNoCancel:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        break;
+    }
+    // Closing the box with Escape or its close button means the safe answer: Cancel, or No without Cancel.
+    if (message.buttons == Buttons::YesNo)
+        box.setEscapeButton(QMessageBox::No);
+    switch (box.exec()) {
+    case QMessageBox::Ok:
+        return Answer::Ok;
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return message.buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
+    }
+}
+
+} // namespace porvane

@@ -1,0 +1,160 @@
+#pragma once
+
+#include "app/app_state.h"
+#include "desk/booked_times.h"
+#include "desk/booking_store.h"
+#include "desk/date_selection.h"
+
+#include <QColor>
+#include <QCoreApplication>
+#include <QString>
+#include <array>
+#include <functional>
+
+namespace porvane {
+
+// The colours of the editor, as the desk has always used them.
+namespace editor_colour {
+inline const QColor kFilled{0xDF, 0xE7, 0xF9};   // pale blue: a box holds something, a warning
+inline const QColor kEmpty{0xE0, 0xE0, 0xE0};    // grey: empty
+inline const QColor kNoPhoto{0xE6, 0xE6, 0xE6};  // light grey
+inline const QColor kWindow{0xF0, 0xF0, 0xF0};   // window grey
+inline const QColor kDarkGrey{0x80, 0x80, 0x80}; // greyed text
+inline const QColor kGreen{0x00, 0xFF, 0x00};    // pass valid, departed
+inline const QColor kRed{0xFF, 0x00, 0x00};      // arrived
+inline const QColor kWhite{0xFF, 0xFF, 0xFF};
+inline const QColor kBlack{0x00, 0x00, 0x00};
+} // namespace editor_colour
+
+// The booking editor of the main window: the boxes of one booking, NEW, SAVE, Delete, opening a list row and
+// closing, with every question asked before anything is lost. The window forwards its controls' events here
+// and shows view(); nothing here knows about widgets.
+class BookingEditor {
+    Q_DECLARE_TR_FUNCTIONS(BookingEditor)
+
+public:
+    // The editor's boxes, each by the record field it edits (RegNoTB ... CatEMATB).
+    static constexpr std::array<Field, 16> kBoxes{
+        Field::RegNo,        Field::FirstName,    Field::LastName,  Field::Gender,
+        Field::MobileTel,    Field::CarReg,       Field::Email,     Field::Category,
+        Field::Department,   Field::Organisation, Field::PartySize, Field::OrgAddress,
+        Field::OrgDirectTel, Field::OrgPostcode,  Field::OrgAltTel, Field::OrgEmail};
+    // The control's objectName for a box ("FirstNameTB", "CataCB" ...).
+    static QString controlName(Field field);
+
+    struct Label {
+        QString text;
+        QColor background; // invalid: the window's own
+        QColor foreground; // invalid: the window's own
+    };
+    enum class Focus { None, FirstName, LastName };
+
+    struct View {
+        std::array<QString, kFieldCount> box; // by Field; only the kBoxes entries are shown
+        QColor regNoBackground = editor_colour::kEmpty;
+        Label PassPrntdLa;
+        Label PhotoOnFLa;
+        Label LaON_Site;
+        Label LaOFFSite;
+        Focus focus = Focus::None;
+        int caret = 0; // caret position in the focused box, when the editor moved the focus
+        bool readOnly = false;
+    };
+
+    // The department box's text when nothing is chosen.
+    static QString noDepartment() { return QStringLiteral("-  Select  -"); }
+    static QString newBookingText() { return QStringLiteral("NEW Booking"); }
+
+    BookingEditor(AppState& state, DateSelection& dates, BookedTimes& times, BookingStore& store);
+
+    // Rebuilds the list the grid shows; the window sets it. Called after every save and delete.
+    std::function<void()> refreshList;
+    // Called each time the registration box changes during NEW's flash, so the window can show each step.
+    std::function<void(const QString&)> regNoShown;
+    // Today's arrival and departure of a booking as "hhmm" each (empty or blanks when not marked); reads
+    // today's day status file unless replaced.
+    std::function<std::pair<QString, QString>(const QString& regNo)> siteTimes;
+
+    const View& view() const { return m_view; }
+    const QString& box(Field field) const { return m_view.box[std::size_t(field)]; }
+    bool NewBookingPending = false;
+
+    // --- the controls' events
+    // A box's change event: its whole text, untrimmed, goes into its field. The first-name rules apply.
+    void setBoxText(Field field, const QString& text);
+    // The gender box's click: "M", or "F" when it already holds "M".
+    void toggleGender();
+    // Leaving the visitor's or the organisation's e-mail box: lower case, then the e-mail check.
+    void leaveEmail(Field field);
+    // Keys the name boxes accept: Backspace, Tab, blank, letters A-Z and a-z, hyphen, full stop.
+    static bool nameKeyAccepted(QChar key);
+
+    // --- the buttons
+    void cmdSAVE();
+    void cmdNEW();
+    void cmdDelete();
+    // A click on a list row holding the booking regNo.
+    void openRow(const QString& regNo);
+    // A sort request on the list grid; refused in the IN/OUT day-status view. True when refused.
+    bool refuseSort();
+    // The window's close request; true when the window may close.
+    bool closeRequested();
+
+    // Fills every box and label from the current record.
+    void showRecord();
+    // After the pass or photo windows: a requested pass removal is stored (the store revokes the pass in the
+    // update), and a record they changed is shown again.
+    void recordWindowClosed();
+
+    // The four validity tests on the boxes, in order; the failing test's message, or empty.
+    QString validityFault() const;
+    // True when the registration box holds a number above zero (a saved booking is open).
+    bool bookingOpen() const;
+
+private:
+    enum class Op { Save, New, RowClick, Close };
+
+    bool readOnly() const { return m_state.settings.ReadOnlyMode(); }
+    QString bookingTitle() const;
+    QString firstUpper() const;
+    QString lastUpper() const;
+    Answer ask(const QString& text, Buttons buttons, Icon icon);
+    void setRegNoBox(const QString& text);
+    void fillBoxes();
+    void clearEditor();
+
+    // The save decision: false when the user cancelled or a save failed (the booking stays in the editor).
+    bool saveDecision(Op op);
+    bool saveRecordStep(Op op);
+    bool saveTimesStep(Op op);
+    // The store operations with the grid's times taken in first; failures are shown and return false.
+    bool saveAsNew();
+    QString bookingFileMonth() const;
+    bool overwrite();
+    // Shows a failed write; true when the operation succeeded.
+    bool reportResult(const StoreResult& result, const QString& what);
+    void afterSave();
+    // Reads the booking into the record; false when its month file cannot be read (the error was shown).
+    bool readBooking(const QString& regNo);
+
+    void showPassLabel();
+    void showPhotoLabel();
+    void showSiteLabels();
+    void showBookingMonth();
+
+    AppState& m_state;
+    DateSelection& m_dates;
+    BookedTimes& m_times;
+    BookingStore& m_store;
+    View m_view;
+};
+
+// The first-name box's rule for a blank: the character after the blank goes to the last-name box and the
+// first name loses its last two characters ("John S" -> "John" and "S"). nullopt when there is no blank.
+struct NameSplit {
+    QString first;
+    QString last;
+};
+std::optional<NameSplit> splitFirstName(const QString& text);
+
+} // namespace porvane

@@ -1,0 +1,62 @@
+#include "desk/location_details.h"
+
+#include "desk/desk_help.h"
+#include "store/data_paths.h"
+#include "store/pick_lists.h"
+
+#include <algorithm>
+
+namespace porvane {
+
+LocationDetails::LocationDetails(AppState& state)
+    : m_state(state) {}
+
+void LocationDetails::open() {
+    const PickLists lists = LoadDetailPickLists(pickListsPath(m_state.AppPath));
+    open(lists.first, lists.second);
+}
+
+void LocationDetails::open(const QStringList& workDescriptions, const QStringList& accessAreas) {
+    m_descriptions = workDescriptions;
+    m_accessAreas = accessAreas;
+    setHelpContext(m_state, DeskAction::LocationDetails);
+    for (std::size_t i = 0; i < kEditable.size(); ++i)
+        m_copy[i] = m_state.record[kEditable[i]];
+    m_copyInfo = m_state.record.additionalInfo;
+    m_copyRestrictions = m_state.record.restrictions;
+}
+
+void LocationDetails::setText(Field field, const QString& text) {
+    if (std::find(kEditable.begin(), kEditable.end(), field) != kEditable.end())
+        m_state.record[field] = text;
+}
+
+void LocationDetails::additionalInfoAction() {
+    m_state.prompter.tell(QStringLiteral("Porvane 90"),
+                          tr("Additional Information Text - Not implemented on this version"),
+                          Icon::Information);
+}
+
+void LocationDetails::restrictionsAction() {
+    m_state.prompter.tell(QStringLiteral("Porvane 90"),
+                          tr("Restrictions Text - Not implemented on this version"), Icon::Information);
+}
+
+void LocationDetails::clear() {
+    for (Field f :
+         {Field::OurRef, Field::Visiting, Field::VisitingTel, Field::VisitingPager, Field::Location})
+        m_state.record[f].clear();
+    m_state.record.additionalInfo.clear();
+    m_state.record.restrictions.clear();
+    m_state.record[Field::WorkDescription] = nothingSelected();
+    m_state.record[Field::AccessAreas] = nothingSelected();
+}
+
+void LocationDetails::cancel() {
+    for (std::size_t i = 0; i < kEditable.size(); ++i)
+        m_state.record[kEditable[i]] = m_copy[i];
+    m_state.record.additionalInfo = m_copyInfo;
+    m_state.record.restrictions = m_copyRestrictions;
+}
+
+} // namespace porvane

@@ -1,0 +1,754 @@
+#include "desk/main_window.h"
+
+#include "app/help_topics.h"
+#include "desk/booked_times_model.h"
+#include "desk/desk_help.h"
+#include "desk/location_details_dialog.h"
+#include "desk/personal_details_dialog.h"
+#include "lists/list_printing.h"
+#include "lists/list_table_model.h"
+#include "lists/record_search.h"
+#include "passes/pass_window.h"
+#include "photos/camera_window.h"
+#include "photos/photo_manager_window.h"
+
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QPushButton>
+#include <QTableView>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace porvane {
+
+namespace {
+
+template <typename W> W* named(W* widget, const char* name) {
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+QPushButton* button(const QString& text, const char* name, const QString& tip = {}) {
+    auto* b = named(new QPushButton(text), name);
+    if (!tip.isEmpty())
+        b->setToolTip(tip);
+    return b;
+}
+
+void setLabel(QLabel* label, const BookingEditor::Label& state) {
+    label->setText(state.text);
+    QString style;
+    if (state.background.isValid())
+        style += QStringLiteral("background-color: %1;").arg(state.background.name());
+    if (state.foreground.isValid())
+        style += QStringLiteral("color: %1;").arg(state.foreground.name());
+    label->setStyleSheet(style + QStringLiteral("border: 1px solid #a0a0a0; padding: 1px 4px;"));
+    label->setFixedHeight(24);
+}
+
+} // namespace
+
+MainWindow::MainWindow(AppState& state, BookingStore& store, QWidget* parent)
+    : QMainWindow(parent)
+    , m_state(state)
+    , m_dates(state.clock.today().year())
+    , m_times(state)
+    , m_editor(state, m_dates, m_times, store)
+    , m_lists(state) {
+    setObjectName(QStringLiteral("frmMain"));
+
+    auto* central = new QWidget;
+    auto* top = new QHBoxLayout;
+    top->addWidget(buildEditor(), 1);
+    top->addWidget(buildTimes());
+    top->addWidget(buildDates());
+
+    StatGrid = named(new QTableView, "StatGrid");
+    StatGrid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    StatGrid->setSelectionMode(QAbstractItemView::SingleSelection);
+    StatGrid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    StatGrid->verticalHeader()->setDefaultSectionSize(20);
+    StatGrid->verticalHeader()->hide();
+    StatGrid->setMinimumHeight(180);
+    StatGrid->setAlternatingRowColors(false);
+    StatGrid->horizontalHeader()->setHighlightSections(false);
+    m_listModel = new ListTableModel(this);
+    StatGrid->setModel(m_listModel);
+
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(6, 4, 6, 4);
+    layout->setSpacing(4);
+    layout->addLayout(top);
+    layout->addWidget(buildActions());
+    layout->addWidget(StatGrid, 1);
+    setCentralWidget(central);
+
+    wireEditor();
+    wireTimes();
+    wireDates();
+    wireLists();
+    wireTools();
+
+    m_dates.cmdGetToday(m_state.clock);
+    showDateState();
+    m_times.setMonth(m_dates.selectedDate().year(), m_dates.selectedDate().month());
+    m_timesModel->reload();
+    m_editor.showRecord();
+    showEditorState();
+    showTitle();
+    resize(1016, 720);
+}
+
+MainWindow::~MainWindow() = default;
+
+QWidget* MainWindow::buildEditor() {
+    auto* box = new QGroupBox(tr("Booking"));
+    auto* grid = new QGridLayout(box);
+    grid->setHorizontalSpacing(6);
+    grid->setVerticalSpacing(3);
+
+    auto line = [this](Field field, int maxLength) {
+        auto* edit = new QLineEdit;
+        edit->setObjectName(BookingEditor::controlName(field));
+        edit->setMaxLength(maxLength);
+        edit->setMinimumWidth(60);
+        m_boxes[std::size_t(field)] = edit;
+        return edit;
+    };
+    auto combo = [this](Field field) {
+        auto* c = new QComboBox;
+        c->setObjectName(BookingEditor::controlName(field));
+        c->setEditable(true);
+        c->setInsertPolicy(QComboBox::NoInsert);
+        c->setMinimumWidth(60);
+        c->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        m_boxes[std::size_t(field)] = c;
+        return c;
+    };
+    auto add = [grid](int row, int col, const QString& caption, QWidget* w, int span = 1) {
+        auto* l = new QLabel(caption);
+        l->setBuddy(w);
+        grid->addWidget(l, row, col * 3, Qt::AlignRight);
+        grid->addWidget(w, row, col * 3 + 1, 1, span);
+    };
+
+    RegNoTB = line(Field::RegNo, 12);
+    RegNoTB->setReadOnly(true);
+    RegNoTB->setFocusPolicy(Qt::NoFocus);
+    FirstNameTB = line(Field::FirstName, 16);
+    LastNameTB = line(Field::LastName, 18);
+    PersGendTB = line(Field::Gender, 1);
+    PersGendTB->setReadOnly(true);
+    PersGendTB->setMinimumWidth(28);
+    PersGendTB->setMaximumWidth(28);
+    PersGendTB->setAlignment(Qt::AlignCenter);
+    PersGendTB->setToolTip(tr("Click to switch between M and F"));
+    PersEmailTB = line(Field::Email, 42);
+    CatEMATB = line(Field::OrgEmail, 42);
+    CataCB = combo(Field::Category);
+    Dept1CB = combo(Field::Department);
+
+    // Left: the visitor; right: the organisation.
+    add(0, 0, tr("Registration"), RegNoTB);
+    add(1, 0, tr("&First name"), FirstNameTB);
+    add(2, 0, tr("&Last name"), LastNameTB);
+    add(3, 0, tr("M/F"), PersGendTB);
+    add(4, 0, tr("Mobile"), line(Field::MobileTel, 16));
+    add(5, 0, tr("Car reg."), line(Field::CarReg, 10));
+    add(6, 0, tr("E-mail"), PersEmailTB);
+
+    add(0, 1, tr("&Category"), CataCB);
+    add(1, 1, tr("&Department"), Dept1CB);
+    add(2, 1, tr("&Organisation"), line(Field::Organisation, 50));
+    add(3, 1, tr("Party of"), line(Field::PartySize, 3));
+    add(4, 1, tr("Address"), line(Field::OrgAddress, 64));
+    add(5, 1, tr("Tel. DDI"), line(Field::OrgDirectTel, 16));
+    add(6, 1, tr("Post code"), line(Field::OrgPostcode, 10));
+    add(7, 1, tr("Alt. tel."), line(Field::OrgAltTel, 16));
+    add(8, 1, tr("Org. e-mail"), CatEMATB);
+    qobject_cast<QLineEdit*>(m_boxes[std::size_t(Field::PartySize)])->setMaximumWidth(48);
+    qobject_cast<QLineEdit*>(m_boxes[std::size_t(Field::OrgPostcode)])->setMaximumWidth(110);
+    grid->setColumnStretch(1, 2);
+    grid->setColumnStretch(4, 3);
+    grid->setColumnMinimumWidth(2, 8);
+
+    cmdPersonal = button(tr("Personal details..."), "cmdPersDetail");
+    cmdLocation = button(tr("Location && work..."), "cmdLocDetail");
+    grid->addWidget(cmdPersonal, 7, 1);
+    grid->addWidget(cmdLocation, 8, 1);
+
+    PassPrntdLa = named(new QLabel, "PassPrntdLa");
+    PhotoOnFLa = named(new QLabel, "PhotoOnFLa");
+    LaON_Site = named(new QLabel, "LaON_Site");
+    LaOFFSite = named(new QLabel, "LaOFFSite");
+    LaON_Site->setToolTip(tr("Arrived today"));
+    LaOFFSite->setToolTip(tr("Departed today"));
+    auto* labels = new QHBoxLayout;
+    labels->addWidget(new QLabel(tr("Pass:")));
+    labels->addWidget(PassPrntdLa, 2);
+    labels->addWidget(PhotoOnFLa, 1);
+    labels->addWidget(new QLabel(tr("In:")));
+    labels->addWidget(LaON_Site);
+    labels->addWidget(new QLabel(tr("Out:")));
+    labels->addWidget(LaOFFSite);
+    grid->addLayout(labels, 9, 0, 1, 6);
+
+    setTabOrder(FirstNameTB, LastNameTB);
+    return box;
+}
+
+QWidget* MainWindow::buildTimes() {
+    auto* box = new QGroupBox(tr("Booked times"));
+    auto* v = new QVBoxLayout(box);
+    v->setSpacing(3);
+    TimeGrid = named(new QTableView, "TimeGrid");
+    m_timesModel = new BookedTimesModel(m_state, m_times, this);
+    TimeGrid->setModel(m_timesModel);
+    TimeGrid->verticalHeader()->hide();
+    TimeGrid->verticalHeader()->setDefaultSectionSize(19);
+    TimeGrid->horizontalHeader()->setStretchLastSection(true);
+    TimeGrid->setColumnWidth(0, 58);
+    TimeGrid->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    TimeGrid->setSelectionMode(QAbstractItemView::SingleSelection);
+    TimeGrid->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                              QAbstractItemView::AnyKeyPressed);
+    TimeGrid->setFixedWidth(128);
+    v->addWidget(TimeGrid, 1);
+
+    auto* pick = new QHBoxLayout;
+    laSelTime = named(new QLabel(tr("Time")), "laSelTime");
+    cbTime = named(new QComboBox, "cbTime");
+    cbTime->addItems(BookedTimes::timeListItems());
+    cbTime->setCurrentIndex(-1);
+    pick->addWidget(laSelTime);
+    pick->addWidget(cbTime, 1);
+    v->addLayout(pick);
+    cmdADD = button(tr("ADD"), "cmdADD", tr("Book the chosen time on the selected day (+ or Ctrl+T)"));
+    cmdSUB = button(tr("SUB"), "cmdSUB", tr("Remove the selected day's time (-)"));
+    cmdCLEARAll = button(tr("CLEAR All"), "cmdCLEARAll", tr("Remove every booked time of this month"));
+    auto* row = new QHBoxLayout;
+    row->addWidget(cmdADD);
+    row->addWidget(cmdSUB);
+    v->addLayout(row);
+    v->addWidget(cmdCLEARAll);
+    box->setFixedWidth(146);
+    return box;
+}
+
+QWidget* MainWindow::buildDates() {
+    auto* box = new QGroupBox(tr("Date"));
+    auto* v = new QVBoxLayout(box);
+    v->setSpacing(3);
+    CBGetDay = named(new QComboBox, "CBGetDay");
+    CBGetMonth = named(new QComboBox, "CBGetMonth");
+    CBGetYear = named(new QComboBox, "CBGetYear");
+    CBGetDay->addItems(DateSelection::dayItems());
+    CBGetMonth->addItems(DateSelection::monthItems());
+    CBGetYear->addItems(m_dates.yearItems());
+    auto* boxes = new QHBoxLayout;
+    boxes->addWidget(CBGetDay);
+    boxes->addWidget(CBGetMonth, 1);
+    boxes->addWidget(CBGetYear);
+    v->addLayout(boxes);
+
+    Calendar1 = named(new QCalendarWidget, "Calendar1");
+    Calendar1->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    Calendar1->setNavigationBarVisible(false);
+    Calendar1->setGridVisible(true);
+    Calendar1->setFixedSize(242, 150);
+    v->addWidget(Calendar1);
+
+    cmdCalDECR = button(tr("<< Month"), "cmdCalDECR", tr("Back one month"));
+    cmdCalINCR = button(tr("Month >>"), "cmdCalINCR", tr("Forward one month"));
+    auto* steps = new QHBoxLayout;
+    steps->addWidget(cmdCalDECR);
+    steps->addWidget(cmdCalINCR);
+    v->addLayout(steps);
+
+    cmdGetToday = button(tr("&Today"), "cmdGetToday", tr("List today's visitors"));
+    cmdGetTom = button(tr("&Month"), "cmdGetTom", tr("List every booked day of the month"));
+    cmdGetAny = button(tr("Day"), "cmdGetAny", tr("List the visitors of the selected day"));
+    auto* lists = new QHBoxLayout;
+    lists->addWidget(cmdGetToday);
+    lists->addWidget(cmdGetAny);
+    lists->addWidget(cmdGetTom);
+    v->addLayout(lists);
+
+    laClock = named(new QLabel, "laClock");
+    laClock->setAlignment(Qt::AlignCenter);
+    QFont f = laClock->font();
+    f.setPointSize(f.pointSize() + 3);
+    f.setBold(true);
+    laClock->setFont(f);
+    auto* help = new QLabel(tr("[F1] for Help"));
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(laClock, 1);
+    bottom->addWidget(help);
+    v->addLayout(bottom);
+    v->addStretch();
+
+    cmdPass = button(tr("P&ass"), "cmdPass", tr("Issue and print a visitor pass"));
+    cmdPhotos = button(tr("P&hotos"), "cmdPhotos", tr("Manage visitor photos"));
+    cmdCamera = button(tr("&Camera"), "cmdCamera", tr("Take the visitor's photo"));
+    cmdSettings = button(tr("Settings"), "cmdSettings");
+    cmdMultiDELETE = button(tr("Purge"), "cmdMultiDELETE", tr("Delete old bookings in bulk"));
+    Command1 = button(tr("Demo"), "Command1", tr("Fill months with invented bookings"));
+    auto* tools = new QGridLayout;
+    tools->setSpacing(3);
+    const std::array<QPushButton*, 6> toolButtons{cmdPass,     cmdPhotos,      cmdCamera,
+                                                  cmdSettings, cmdMultiDELETE, Command1};
+    for (std::size_t i = 0; i < toolButtons.size(); ++i)
+        tools->addWidget(toolButtons[i], int(i / 3), int(i % 3));
+    v->addLayout(tools);
+    box->setFixedWidth(262);
+    return box;
+}
+
+QWidget* MainWindow::buildActions() {
+    auto* panel = new QWidget;
+    auto* h = new QHBoxLayout(panel);
+    h->setContentsMargins(0, 0, 0, 0);
+    h->setSpacing(4);
+
+    cmdNEW = button(tr("&NEW"), "cmdNEW", tr("Start a new booking"));
+    cmdSAVE = button(tr("&SAVE"), "cmdSAVE", tr("Save the booking"));
+    cmdDelete = button(tr("Delete"), "cmdDelete", tr("Delete this booking"));
+    cmdIN = button(tr("IN"), "cmdIN", tr("Mark the visitor as arrived now"));
+    cmdOUT = button(tr("OUT"), "cmdOUT", tr("Mark the visitor as departed now"));
+    cmdDayList = button(tr("Day &List"), "cmdDayList", tr("Who is expected, on site and gone today"));
+    for (QPushButton* b : {cmdNEW, cmdSAVE, cmdDelete, cmdIN, cmdOUT, cmdDayList})
+        h->addWidget(b);
+    h->addSpacing(8);
+
+    SearchLa = named(new QLabel(tr("FIND TEXT IN ANY FIELD")), "SearchLa");
+    CBListBy = named(new QComboBox, "CBListBy");
+    CBListBy->setEditable(true);
+    CBListBy->setInsertPolicy(QComboBox::NoInsert);
+    CBListBy->setMinimumWidth(170);
+    MainFindTB = named(new QLineEdit, "MainFindTB");
+    MainFindTB->setPlaceholderText(tr("Find..."));
+    cmdMFind = button(tr("Find"), "cmdMFind");
+    auto* find = new QVBoxLayout;
+    find->setSpacing(1);
+    find->addWidget(SearchLa);
+    auto* findRow = new QHBoxLayout;
+    findRow->addWidget(CBListBy);
+    findRow->addWidget(MainFindTB, 1);
+    findRow->addWidget(cmdMFind);
+    find->addLayout(findRow);
+    h->addLayout(find, 1);
+    h->addSpacing(8);
+
+    cmdPRINT = button(tr("&Print list"), "cmdPRINT", tr("Print the list shown below"));
+    h->addWidget(cmdPRINT);
+
+    // Their windows come later.
+    for (QWidget* w : std::initializer_list<QWidget*>{cmdIN, cmdOUT, cmdSettings, cmdMultiDELETE, Command1})
+        w->setEnabled(false);
+    return panel;
+}
+
+void MainWindow::wireEditor() {
+    m_editor.regNoShown = [this](const QString& text) {
+        RegNoTB->setText(text);
+        RegNoTB->repaint();
+    };
+    for (Field field : BookingEditor::kBoxes) {
+        QWidget* w = m_boxes[std::size_t(field)];
+        if (auto* edit = qobject_cast<QLineEdit*>(w)) {
+            connect(edit, &QLineEdit::textEdited, this, [this, field](const QString& text) {
+                m_editor.setBoxText(field, text);
+                showEditorState();
+            });
+        } else if (auto* combo = qobject_cast<QComboBox*>(w)) {
+            connect(combo, &QComboBox::currentTextChanged, this, [this, field](const QString& text) {
+                if (m_showing)
+                    return;
+                m_editor.setBoxText(field, text);
+            });
+        }
+    }
+    for (QLineEdit* e : {FirstNameTB, LastNameTB, PersGendTB, PersEmailTB, CatEMATB})
+        e->installEventFilter(this);
+
+    connect(cmdPersonal, &QPushButton::clicked, this, [this] {
+        PersonalDetailsDialog(m_state, this).exec();
+        m_editor.showRecord();
+        showEditorState();
+    });
+    connect(cmdLocation, &QPushButton::clicked, this, [this] {
+        LocationDetailsDialog(m_state, m_workDescriptions, m_accessAreas, this).exec();
+        m_editor.showRecord();
+        showEditorState();
+    });
+    connect(cmdSAVE, &QPushButton::clicked, this, [this] {
+        m_editor.cmdSAVE();
+        showEditorState();
+    });
+    connect(cmdNEW, &QPushButton::clicked, this, [this] {
+        setHelpContext(m_state, DeskAction::NewBooking);
+        m_appliedFocus = BookingEditor::Focus::None;
+        m_editor.cmdNEW();
+        m_timesModel->reload();
+        showEditorState();
+    });
+    connect(cmdDelete, &QPushButton::clicked, this, [this] {
+        m_editor.cmdDelete();
+        m_timesModel->reload();
+        showEditorState();
+    });
+}
+
+void MainWindow::wireTimes() {
+    TimeGrid->installEventFilter(this);
+    connect(TimeGrid->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& current) {
+                setHelpContext(m_state, DeskAction::BookedTimes);
+                m_times.setCurrentCell(current.isValid() ? current.row() + 1 : 0, current.column());
+            });
+    connect(cbTime, &QComboBox::textActivated, this, [this](const QString& text) {
+        m_times.chooseTime(text);
+        laSelTime->setText(m_times.timeCaption());
+    });
+    connect(cmdADD, &QPushButton::clicked, this, [this] {
+        setHelpContext(m_state, DeskAction::BookedTimes);
+        m_times.cmdADD();
+        if (m_times.currentRow() == 0)
+            cbTime->setCurrentIndex(-1);
+        m_timesModel->reload();
+        TimeGrid->setFocus();
+    });
+    connect(cmdSUB, &QPushButton::clicked, this, [this] {
+        setHelpContext(m_state, DeskAction::BookedTimes);
+        m_times.cmdSUB();
+        m_timesModel->reload();
+    });
+    connect(cmdCLEARAll, &QPushButton::clicked, this, [this] {
+        m_times.cmdCLEARAll();
+        m_timesModel->reload();
+    });
+}
+
+void MainWindow::wireDates() {
+    // A new day lists that day; a new month or year lists the month's diary.
+    connect(CBGetDay, &QComboBox::textActivated, this, [this] {
+        takeDateBoxes();
+        listDay();
+    });
+    for (QComboBox* c : {CBGetMonth, CBGetYear})
+        connect(c, &QComboBox::textActivated, this, [this] {
+            takeDateBoxes();
+            listMonth();
+        });
+    connect(Calendar1, &QCalendarWidget::clicked, this, [this](QDate date) {
+        m_dates.setDate(date);
+        listDay();
+    });
+    connect(cmdCalDECR, &QPushButton::clicked, this, [this] {
+        m_dates.cmdCalDECR();
+        showDateState();
+    });
+    connect(cmdCalINCR, &QPushButton::clicked, this, [this] {
+        m_dates.cmdCalINCR();
+        showDateState();
+    });
+
+    m_clockTimer = new QTimer(this);
+    connect(m_clockTimer, &QTimer::timeout, this, &MainWindow::tickClock);
+    tickClock();
+    if (m_state.settings.ckEnbl_RTC == u"1")
+        m_clockTimer->start(1000);
+}
+
+void MainWindow::wireLists() {
+    CBListBy->addItems(RecordSearch::kindItems());
+    CBListBy->setCurrentIndex(0);
+    m_lists.tableChanged = [this](const ListTable& table) {
+        showTable(table);
+    };
+    m_editor.refreshList = [this] {
+        refreshList();
+    };
+
+    connect(cmdGetAny, &QPushButton::clicked, this, [this] {
+        setHelpContext(m_state, DeskAction::ListSelectedDay);
+        listDay();
+    });
+    connect(cmdGetToday, &QPushButton::clicked, this, [this] {
+        setHelpContext(m_state, DeskAction::ListToday);
+        m_dates.cmdGetToday(m_state.clock);
+        showDateState();
+        listDay();
+    });
+    connect(cmdGetTom, &QPushButton::clicked, this, [this] {
+        setHelpContext(m_state, DeskAction::ListMonth);
+        listMonth();
+    });
+    connect(cmdDayList, &QPushButton::clicked, this, [this] {
+        setHelpContext(m_state, DeskAction::OnSiteList);
+        m_lists.showDayStatus();
+        showListState();
+    });
+    connect(CBListBy, &QComboBox::textActivated, this, [this](const QString& text) {
+        if (const auto kind = RecordSearch::kindFromText(text))
+            SearchLa->setText(RecordSearch::caption(*kind));
+        MainFindTB->setFocus();
+    });
+    CBListBy->installEventFilter(this);
+    const auto find = [this] {
+        setHelpContext(m_state, DeskAction::Find);
+        m_lists.startSearch(m_dates, CBListBy->currentText(), MainFindTB->text());
+        showListState();
+    };
+    connect(cmdMFind, &QPushButton::clicked, this, find);
+    connect(MainFindTB, &QLineEdit::returnPressed, this, find);
+
+    connect(StatGrid, &QTableView::clicked, this, [this](const QModelIndex& index) { openRow(index.row()); });
+    connect(StatGrid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this] {
+        if (m_editor.refuseSort())
+            refreshList();
+    });
+}
+
+void MainWindow::wireTools() {
+    connect(cmdPass, &QPushButton::clicked, this, [this] {
+        if (!m_editor.bookingOpen()) {
+            m_state.prompter.tell(QStringLiteral("Porvane 90"),
+                                  tr("Open or save a booking before issuing its pass."));
+            return;
+        }
+        PassWindow::Hooks hooks;
+        hooks.openCamera = [this](QWidget* parent) {
+            CameraWindow(m_state, parent).exec();
+        };
+        hooks.openPhotos = [this](QWidget* parent) {
+            PhotoManagerWindow(m_state, parent).exec();
+        };
+        PassWindow(m_state, hooks, this).exec();
+        afterRecordWindow();
+    });
+    connect(cmdPhotos, &QPushButton::clicked, this, [this] {
+        PhotoManagerWindow(m_state, this).exec();
+        afterRecordWindow();
+    });
+    connect(cmdCamera, &QPushButton::clicked, this, [this] {
+        if (!m_editor.bookingOpen()) {
+            m_state.prompter.tell(QStringLiteral("Porvane 90"),
+                                  tr("Open or save a booking before taking its photo."));
+            return;
+        }
+        CameraWindow(m_state, this).exec();
+        afterRecordWindow();
+    });
+    connect(cmdPRINT, &QPushButton::clicked, this, &MainWindow::printList);
+}
+
+void MainWindow::afterRecordWindow() {
+    // The pass and photo windows change the record's pass and photo state; show it again.
+    m_editor.recordWindowClosed();
+    m_timesModel->reload();
+    showEditorState();
+}
+
+void MainWindow::printList() {
+    const ListTable& table = m_listModel->table();
+    if (table.listedCount() == 0) {
+        m_state.prompter.tell(QStringLiteral("Porvane 90"), tr("There is no list to print."),
+                              Icon::Information);
+        return;
+    }
+    const QString title =
+        ListPrinting::title(m_state.listMode, m_state.settings.SiteName, m_dates, m_state.clock.now().time());
+    QPrinter printer(QPrinter::HighResolution);
+    QPrintPreviewDialog preview(&printer, this);
+    preview.setWindowTitle(tr("Print preview"));
+    preview.resize(1000, 700);
+    QString failure;
+    connect(&preview, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter* p) {
+        failure = ListPrinting::print(*p, table, m_state.ListedCount, title, m_state.clock.today());
+    });
+    preview.exec();
+    if (!failure.isEmpty())
+        m_state.prompter.tell(QStringLiteral("Porvane 90"), failure);
+}
+
+void MainWindow::listDay() {
+    m_lists.selectDayRecord(m_dates);
+    showDateState();
+    showListState();
+}
+
+void MainWindow::listMonth() {
+    m_lists.selectMonthRecord(m_dates);
+    showDateState();
+    showListState();
+}
+
+void MainWindow::refreshList() {
+    m_lists.refresh(m_dates, CBListBy->currentText(), MainFindTB->text());
+    showListState();
+}
+
+void MainWindow::showTable(const ListTable& table) {
+    m_listModel->setTable(table);
+    for (int c = 0; c < table.columnCount(); ++c)
+        StatGrid->setColumnWidth(c, table.columns[c].width > 0 ? table.columns[c].width : 100);
+    if (table.listedCount() > 0)
+        StatGrid->setCurrentIndex(m_listModel->index(0, 1));
+}
+
+void MainWindow::showListState() {
+    const GridLists::View& v = m_lists.view();
+    cmdIN->setEnabled(v.inOutEnabled && !m_state.settings.ReadOnlyMode());
+    cmdOUT->setEnabled(v.inOutEnabled && !m_state.settings.ReadOnlyMode());
+    CBGetDay->setStyleSheet(v.dayBoxGreyed ? QStringLiteral("color: #a0a0a0;") : QString());
+    showTitle();
+}
+
+void MainWindow::openRow(int row) {
+    if (row >= m_listModel->table().listedCount())
+        return;
+    const QString regNo = m_listModel->table().text(row, 0).trimmed();
+    if (regNo.isEmpty())
+        return;
+    m_editor.openRow(regNo);
+    showDateState();
+    m_timesModel->reload();
+    showEditorState();
+}
+
+void MainWindow::takeDateBoxes() {
+    m_dates.setDayText(CBGetDay->currentText());
+    m_dates.setMonthText(CBGetMonth->currentText());
+    m_dates.setYearText(CBGetYear->currentText());
+}
+
+void MainWindow::showDateState() {
+    const QSignalBlocker b1(CBGetDay), b2(CBGetMonth), b3(CBGetYear), b4(Calendar1);
+    CBGetDay->setCurrentText(m_dates.dayText());
+    CBGetMonth->setCurrentText(m_dates.monthText());
+    CBGetYear->setCurrentText(m_dates.yearText());
+    const QDate shown = m_dates.calendarDate();
+    if (shown.isValid()) {
+        Calendar1->setCurrentPage(shown.year(), shown.month());
+        Calendar1->setSelectedDate(shown);
+        if (shown.year() != m_times.year() || shown.month() != m_times.month()) {
+            m_times.setMonth(shown.year(), shown.month());
+            m_timesModel->reload();
+        }
+    }
+}
+
+void MainWindow::tickClock() {
+    laClock->setText(m_state.clock.now().toString(QStringLiteral("HH:mm")));
+}
+
+void MainWindow::showEditorState() {
+    m_showing = true;
+    const BookingEditor::View& v = m_editor.view();
+    for (Field field : BookingEditor::kBoxes) {
+        const QString& text = v.box[std::size_t(field)];
+        QWidget* w = m_boxes[std::size_t(field)];
+        if (auto* edit = qobject_cast<QLineEdit*>(w)) {
+            if (edit->text() != text)
+                edit->setText(text);
+        } else if (auto* combo = qobject_cast<QComboBox*>(w)) {
+            if (combo->currentText() != text)
+                combo->setCurrentText(text);
+        }
+        w->setEnabled(!v.readOnly || field == Field::RegNo);
+    }
+    RegNoTB->setStyleSheet(QStringLiteral("background-color: %1;").arg(v.regNoBackground.name()));
+    setLabel(PassPrntdLa, v.PassPrntdLa);
+    setLabel(PhotoOnFLa, v.PhotoOnFLa);
+    setLabel(LaON_Site, v.LaON_Site);
+    setLabel(LaOFFSite, v.LaOFFSite);
+    // The editor's focus request stays in its view; act on it only when it changes, so typing keeps its
+    // caret.
+    if (v.focus != BookingEditor::Focus::None && (v.focus != m_appliedFocus || v.caret != m_appliedCaret)) {
+        m_appliedFocus = v.focus;
+        m_appliedCaret = v.caret;
+        QLineEdit* target = v.focus == BookingEditor::Focus::FirstName ? FirstNameTB : LastNameTB;
+        target->setFocus();
+        target->setCursorPosition(v.caret);
+    }
+    for (QWidget* w :
+         std::initializer_list<QWidget*>{cmdNEW, cmdSAVE, cmdDelete, cmdADD, cmdSUB, cmdCLEARAll})
+        w->setEnabled(!v.readOnly);
+    m_showing = false;
+    showTitle();
+}
+
+void MainWindow::showTitle() {
+    setWindowTitle(m_state.mainTitle);
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && (watched == FirstNameTB || watched == LastNameTB)) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (!key->text().isEmpty() && !BookingEditor::nameKeyAccepted(key->text().front()))
+            return true;
+    }
+    if (event->type() == QEvent::MouseButtonPress && watched == PersGendTB) {
+        m_editor.toggleGender();
+        showEditorState();
+        return true;
+    }
+    if (event->type() == QEvent::FocusOut && (watched == PersEmailTB || watched == CatEMATB)) {
+        m_editor.leaveEmail(watched == PersEmailTB ? Field::Email : Field::OrgEmail);
+        showEditorState();
+    }
+    if (event->type() == QEvent::FocusOut && watched == CBListBy)
+        CBListBy->setCurrentText(RecordSearch::settledKindText(CBListBy->currentText()));
+    if (event->type() == QEvent::KeyPress && watched == TimeGrid) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Delete) {
+            m_times.deleteKey();
+            m_timesModel->reload();
+            return true;
+        }
+        if (!key->text().isEmpty() &&
+            m_times.keyPress(key->text().front()) == BookedTimes::KeyResult::Consumed) {
+            m_timesModel->reload();
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F1) {
+        ShowHelp(m_state);
+        return;
+    }
+    QMainWindow::keyPressEvent(event);
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        setHelpContext(m_state, DeskAction::WindowActivated);
+    QMainWindow::changeEvent(event);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!m_editor.closeRequested()) {
+        event->ignore();
+        showEditorState();
+        return;
+    }
+    event->accept();
+    qApp->closeAllWindows();
+}
+
+} // namespace porvane

@@ -1,0 +1,140 @@
+#pragma once
+
+#include "app/app_state.h"
+#include "desk/booked_times.h"
+#include "desk/booking_editor.h"
+#include "desk/date_selection.h"
+#include "lists/grid_lists.h"
+
+#include <QMainWindow>
+#include <memory>
+
+class QCalendarWidget;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTableView;
+class QTimer;
+
+namespace porvane {
+
+class BookedTimesModel;
+class ListTableModel;
+
+// The desk's one main window (frmMain): the booking editor, its booked times, the date selection and the list
+// grid. It forwards its controls' events to the desk's logic and shows the state that comes back.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    MainWindow(AppState& state, BookingStore& store, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QWidget* buildEditor();
+    QWidget* buildTimes();
+    QWidget* buildDates();
+    QWidget* buildActions();
+    void wireEditor();
+    void wireTimes();
+    void wireDates();
+    void wireLists();
+    void wireTools();
+    void afterRecordWindow();
+    void printList();
+
+    void listDay();
+    void listMonth();
+    void refreshList();
+    void showTable(const ListTable& table);
+    void showListState();
+    void openRow(int row);
+
+    // Shows the logic's state in the controls, without echoing it back as edits.
+    void showEditorState();
+    void showDateState();
+    void showTitle();
+    void fillPickLists();
+    void takeDateBoxes();
+    void tickClock();
+
+    AppState& m_state;
+    DateSelection m_dates;
+    BookedTimes m_times;
+    BookingEditor m_editor;
+    GridLists m_lists;
+    BookedTimesModel* m_timesModel = nullptr;
+    ListTableModel* m_listModel = nullptr;
+    QStringList m_workDescriptions;
+    QStringList m_accessAreas;
+    bool m_showing = false;
+    BookingEditor::Focus m_appliedFocus = BookingEditor::Focus::None;
+    int m_appliedCaret = -1;
+
+    // Booking editor
+    std::array<QWidget*, kFieldCount> m_boxes{};
+    QLineEdit* RegNoTB = nullptr;
+    QLineEdit* FirstNameTB = nullptr;
+    QLineEdit* LastNameTB = nullptr;
+    QLineEdit* PersGendTB = nullptr;
+    QLineEdit* PersEmailTB = nullptr;
+    QLineEdit* CatEMATB = nullptr;
+    QComboBox* CataCB = nullptr;
+    QComboBox* Dept1CB = nullptr;
+    QLabel* PassPrntdLa = nullptr;
+    QLabel* PhotoOnFLa = nullptr;
+    QLabel* LaON_Site = nullptr;
+    QLabel* LaOFFSite = nullptr;
+    QPushButton* cmdPersonal = nullptr;
+    QPushButton* cmdLocation = nullptr;
+
+    // Booked times
+    QTableView* TimeGrid = nullptr;
+    QComboBox* cbTime = nullptr;
+    QLabel* laSelTime = nullptr;
+    QPushButton* cmdADD = nullptr;
+    QPushButton* cmdSUB = nullptr;
+    QPushButton* cmdCLEARAll = nullptr;
+
+    // Date selection
+    QComboBox* CBGetDay = nullptr;
+    QComboBox* CBGetMonth = nullptr;
+    QComboBox* CBGetYear = nullptr;
+    QCalendarWidget* Calendar1 = nullptr;
+    QPushButton* cmdCalDECR = nullptr;
+    QPushButton* cmdCalINCR = nullptr;
+    QPushButton* cmdGetToday = nullptr;
+    QPushButton* cmdGetTom = nullptr;
+    QPushButton* cmdGetAny = nullptr;
+    QLabel* laClock = nullptr;
+    QTimer* m_clockTimer = nullptr;
+
+    // Actions and lists
+    QPushButton* cmdNEW = nullptr;
+    QPushButton* cmdSAVE = nullptr;
+    QPushButton* cmdDelete = nullptr;
+    QPushButton* cmdIN = nullptr;
+    QPushButton* cmdOUT = nullptr;
+    QPushButton* cmdDayList = nullptr;
+    QLabel* SearchLa = nullptr;
+    QComboBox* CBListBy = nullptr;
+    QLineEdit* MainFindTB = nullptr;
+    QPushButton* cmdMFind = nullptr;
+    QPushButton* cmdPRINT = nullptr;
+    QPushButton* cmdPass = nullptr;
+    QPushButton* cmdPhotos = nullptr;
+    QPushButton* cmdCamera = nullptr;
+    QPushButton* cmdSettings = nullptr;
+    QPushButton* cmdMultiDELETE = nullptr;
+    QPushButton* Command1 = nullptr;
+    QTableView* StatGrid = nullptr;
+};
+
+} // namespace porvane

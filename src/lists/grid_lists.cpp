@@ -1,0 +1,174 @@
+#include "lists/grid_lists.h"
+
+#include "lists/day_list.h"
+#include "lists/month_list.h"
+#include "lists/on_site_list.h"
+#include "lists/record_search.h"
+
+namespace porvane {
+
+namespace {
+
+// Error numbers are shown with this offset, as the desk has always shown them.
+constexpr int kShownErrorOffset = 2110;
+
+QString plainTitle() {
+    return QStringLiteral("Porvane 90");
+}
+
+QDate monthOf(const DateSelection& dates) {
+    const QString number = dates.monthNumber();
+    if (number.isEmpty())
+        return {};
+    return QDate(leadingNumber(dates.yearText()), number.toInt(), 1);
+}
+
+} // namespace
+
+GridLists::GridLists(AppState& state)
+    : m_state(state) {}
+
+void GridLists::show(ListTable table) {
+    m_table = std::move(table);
+    if (tableChanged)
+        tableChanged(m_table);
+}
+
+void GridLists::titleError(int number, const QString& where) {
+    m_state.showResultInTitle(tr("Error: ") + QString::number(number + kShownErrorOffset) + where);
+}
+
+GridLists::Outcome GridLists::noBookings() {
+    m_state.prompter.tell(plainTitle(), tr("No Visitor Bookings for this DATE have been found"),
+                          Icon::Exclamation);
+    return Outcome::Message;
+}
+
+GridLists::Outcome GridLists::selectDayRecord(DateSelection& dates) {
+    if (dates.dayText().trimmed() == DateSelection::noDay()) {
+        m_state.prompter.tell(plainTitle(), tr("Can't list Day Bookings:  No Day has been selected "),
+                              Icon::Exclamation);
+        return Outcome::Refused;
+    }
+    m_view.inOutEnabled = false;
+    if (!dates.testDate(m_state.prompter))
+        return Outcome::Refused;
+    m_state.listMode = ListMode::Day;
+    m_view.locked = true;
+    BuiltList built = buildDayList(m_state.dataPath(), dates.selectedDate());
+    show(std::move(built.table));
+    if (built.error.number == FileError::FileNotFound)
+        return noBookings();
+    if (built.error) {
+        titleError(built.error.number, tr(" in Select Day Record"));
+        return Outcome::Failed;
+    }
+    m_state.ListedCount = m_table.listedCount();
+    return Outcome::Listed;
+}
+
+GridLists::Outcome GridLists::selectMonthRecord(DateSelection& dates) {
+    m_view.dayBoxGreyed = true;
+    if (!dates.testDate(m_state.prompter))
+        return Outcome::Refused;
+    m_view.inOutEnabled = false;
+    m_state.listMode = ListMode::Month;
+    m_view.locked = true;
+    BuiltList built = buildMonthList(m_state.dataPath(), monthOf(dates), m_state.clock.today());
+    show(std::move(built.table));
+    if (built.error.number == FileError::FileNotFound)
+        return noBookings();
+    if (built.error) {
+        titleError(built.error.number, tr(" in Select Month Record"));
+        return Outcome::Failed;
+    }
+    m_state.ListedCount = m_table.listedCount();
+    return Outcome::Listed;
+}
+
+GridLists::Outcome GridLists::startSearch(const DateSelection& dates, const QString& kindText,
+                                          const QString& findText) {
+    if (findText.trimmed().isEmpty()) {
+        m_state.prompter.tell(plainTitle(), tr("Can't Search!  Nothing Entered in FIND Box to look for "),
+                              Icon::Exclamation);
+        return Outcome::Refused;
+    }
+    return runSearch(dates, kindText, findText);
+}
+
+GridLists::Outcome GridLists::runSearch(const DateSelection& dates, const QString& kindText,
+                                        const QString& findText) {
+    m_view.inOutEnabled = false;
+    m_state.listMode = ListMode::Search;
+    m_view.locked = true;
+    const SearchKind kind = RecordSearch::kindFromText(kindText).value_or(SearchKind::AnyText);
+    const QDate month = monthOf(dates);
+    BuiltList built = month.isValid() ? RecordSearch::run(m_state.dataPath(), month, kind, findText)
+                                      : BuiltList{RecordSearch::run({}, {}, kind, {}).table,
+                                                  FileError::notFound(dates.bookingMonth())};
+    show(std::move(built.table));
+    if (built.error.number == FileError::FileNotFound) {
+        m_state.prompter.tell(QStringLiteral("Porvane 90 6725"),
+                              tr("No Visitor records can be found for the DATE Specified"),
+                              Icon::Exclamation);
+        return Outcome::Message;
+    }
+    if (built.error) {
+        m_state.prompter.tell(QStringLiteral("Porvane 90 6727"),
+                              tr("No Search items have been found for this Date "), Icon::Exclamation);
+        return Outcome::Message;
+    }
+    if (m_table.listedCount() == 0) {
+        m_state.prompter.tell(QStringLiteral("Porvane 90 6726"),
+                              tr("No items have can be found for ") + dates.monthText() + u' ' +
+                                  dates.yearText(),
+                              Icon::Exclamation);
+        return Outcome::Message;
+    }
+    m_state.ListedCount = m_table.listedCount();
+    return Outcome::Listed;
+}
+
+bool GridLists::writeStatusList() {
+    const FileError error =
+        OnSiteList::writeStatusList(m_state.dataPath(), m_state.clock.today(), m_state.prompter);
+    if (error)
+        titleError(error.number, tr(" Write List"));
+    return !error;
+}
+
+GridLists::Outcome GridLists::showDayStatus() {
+    m_view.inOutEnabled = true;
+    m_view.locked = m_state.settings.ReadOnlyMode();
+    const bool rebuilt = writeStatusList();
+    m_state.listMode = ListMode::OnSite;
+    m_view.dayBoxGreyed = false;
+    BuiltList built = OnSiteList::build(m_state.dataPath(), m_state.clock.today());
+    show(std::move(built.table));
+    if (built.error.number == FileError::FileNotFound)
+        return noBookings();
+    if (built.error) {
+        titleError(built.error.number, tr(" in Day List"));
+        return Outcome::Failed;
+    }
+    m_state.ListedCount = m_table.listedCount();
+    return rebuilt ? Outcome::Listed : Outcome::Failed;
+}
+
+GridLists::Outcome GridLists::refresh(DateSelection& dates, const QString& kindText,
+                                      const QString& findText) {
+    switch (m_state.listMode) {
+    case ListMode::None:
+    case ListMode::Month:
+        return selectMonthRecord(dates);
+    case ListMode::Day:
+        return selectDayRecord(dates);
+    case ListMode::Search:
+        return runSearch(dates, kindText, findText);
+    case ListMode::OnSite:
+        return showDayStatus();
+    }
+    return Outcome::Refused;
+}
+
+} // namespace porvane

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "app/app_state.h"
+#include "desk/date_selection.h"
+#include "lists/list_table.h"
+
+#include <QCoreApplication>
+#include <functional>
+
+namespace porvane {
+
+// The lists of the main window's grid: builds the day, month, search and on-site lists from the values the
+// window holds (its date boxes, search kind and find text), shows their messages, keeps ListMode and
+// ListedCount, and rebuilds whichever list is shown after a change. porvane-admin runs the same calls.
+class GridLists {
+    Q_DECLARE_TR_FUNCTIONS(GridLists)
+
+public:
+    enum class Outcome {
+        Listed,  // the table was built
+        Refused, // a message stopped it before anything was built; the grid is as it was
+        Message, // the list was laid out but a message tells why it is empty
+        Failed,  // an error shown in the main window's title
+    };
+
+    // What the window's controls around the grid show.
+    struct View {
+        bool inOutEnabled = false; // cmdIN, cmdOUT
+        bool dayBoxGreyed = false; // CBGetDay's text grey while the month list is shown
+        bool locked = true;        // the grid's cells cannot be edited
+    };
+
+    explicit GridLists(AppState& state);
+
+    const ListTable& table() const { return m_table; }
+    const View& view() const { return m_view; }
+    // Called whenever the table changes; the window hands it to StatGrid's model.
+    std::function<void(const ListTable&)> tableChanged;
+
+    // "Select Day Record": the day chosen in the date boxes.
+    Outcome selectDayRecord(DateSelection& dates);
+    // "Select Month Record": the month of the date boxes.
+    Outcome selectMonthRecord(DateSelection& dates);
+    // cmdMFind or Enter in MainFindTB: refuses an empty find text, then searches.
+    Outcome startSearch(const DateSelection& dates, const QString& kindText, const QString& findText);
+    // The search itself, in the month of the month and year boxes.
+    Outcome runSearch(const DateSelection& dates, const QString& kindText, const QString& findText);
+    // cmdDayList: rebuilds today's status file ("Write List"), then lists it ("Day List").
+    Outcome showDayStatus();
+    // Rebuilds today's status file; false when it failed (shown in the title).
+    bool writeStatusList();
+
+    // The list refresh after saves, deletions, arrivals and departures: rebuilds the list ListMode names.
+    Outcome refresh(DateSelection& dates, const QString& kindText, const QString& findText);
+
+private:
+    void show(ListTable table);
+    void titleError(int number, const QString& where);
+    Outcome noBookings();
+
+    AppState& m_state;
+    ListTable m_table;
+    View m_view;
+};
+
+} // namespace porvane

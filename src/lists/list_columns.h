@@ -1,0 +1,121 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include "lists/list_table.h"
+#include "store/data_paths.h"
+#include "store/file_error.h"
+#include "store/record_line.h"
+
+#include <QByteArrayView>
+#include <QDate>
+#include <span>
+
+namespace porvane {
+
+// How a list column shows its columns of the booking line.
+enum class Shown : quint8 {
+    AsRead,   // the stored columns, blanks included
+    Trimmed,  // without leading and trailing blanks
+    PassType, // the pass period letter: "D" Day, "W" Week, "M" Month, anything else nothing
+    Own,      // filled by the list itself (booked times, day, arrival and departure)
+};
+
+// One column of a list grid and the part of the booking line it shows (1-based column, width).
+struct ColumnDef {
+    const char* header;
+    int width;
+    bool left; // left-aligned; centred otherwise
+    int column;
+    int size;
+    Shown shown;
+};
+
+// The columns the lists share, each defined once; a list's table picks them in its own order.
+inline constexpr ColumnDef kColRegistration{
+    QT_TRANSLATE_NOOP("ListColumns", "Registration"), 100, false, 1, 12, Shown::AsRead};
+inline constexpr ColumnDef kColFirstName{
+    QT_TRANSLATE_NOOP("ListColumns", "First Name"), 100, true, 14, 16, Shown::Trimmed};
+inline constexpr ColumnDef kColLastName{
+    QT_TRANSLATE_NOOP("ListColumns", "Last Name"), 100, true, 31, 18, Shown::Trimmed};
+inline constexpr ColumnDef kColOrganisation{
+    QT_TRANSLATE_NOOP("ListColumns", "Organisation"), 180, true, 550, 50, Shown::AsRead};
+inline constexpr ColumnDef kColCategory{
+    QT_TRANSLATE_NOOP("ListColumns", "Category"), 140, true, 504, 20, Shown::AsRead};
+inline constexpr ColumnDef kColParty{
+    QT_TRANSLATE_NOOP("ListColumns", "Party"), 45, false, 601, 3, Shown::Trimmed};
+inline constexpr ColumnDef kColTelephone{
+    QT_TRANSLATE_NOOP("ListColumns", "Telephone"), 110, true, 670, 16, Shown::AsRead};
+inline constexpr ColumnDef kColPassValid{
+    QT_TRANSLATE_NOOP("ListColumns", "Pass Valid"), 75, false, 936, 10, Shown::AsRead};
+inline constexpr ColumnDef kColPassIssued{
+    QT_TRANSLATE_NOOP("ListColumns", "Pass Issued"), 120, false, 969, 19, Shown::AsRead};
+inline constexpr ColumnDef kColLength{
+    QT_TRANSLATE_NOOP("ListColumns", "Length"), 50, false, 958, 1, Shown::AsRead};
+inline constexpr ColumnDef kColPassType{
+    QT_TRANSLATE_NOOP("ListColumns", "Pass Type"), 65, false, 959, 1, Shown::PassType};
+inline constexpr ColumnDef kColPassEnds{
+    QT_TRANSLATE_NOOP("ListColumns", "Pass Ends"), 75, false, 947, 10, Shown::AsRead};
+inline constexpr ColumnDef kColCarReg{
+    QT_TRANSLATE_NOOP("ListColumns", "Car Reg"), 75, false, 69, 10, Shown::AsRead};
+inline constexpr ColumnDef kColReportsTo{
+    QT_TRANSLATE_NOOP("ListColumns", "Reports to:"), 140, true, 758, 36, Shown::AsRead};
+inline constexpr ColumnDef kColDepartment{
+    QT_TRANSLATE_NOOP("ListColumns", "Department"), 150, true, 525, 24, Shown::AsRead};
+inline constexpr ColumnDef kColContact{
+    QT_TRANSLATE_NOOP("ListColumns", "Contact"), 110, true, 795, 16, Shown::AsRead};
+inline constexpr ColumnDef kColExpected{
+    QT_TRANSLATE_NOOP("ListColumns", "Expected"), 60, false, 0, 0, Shown::Own};
+
+// The pass period letter shown as "Day", "Week" or "Month"; anything else shows nothing.
+QByteArrayView passTypeText(QByteArrayView letter);
+
+// A list as built: the table, and the file error that stopped the reading (the rows read before it stay).
+struct BuiltList {
+    ListTable table;
+    FileError error;
+};
+
+// An empty table with these columns and second row colour (the first is always white).
+ListTable tableWithColumns(std::span<const ColumnDef> defs, const QColor& secondRowColour);
+
+// Appends one row for a booking line. Cells of columns after the first take `colour`; Own columns are
+// filled by own(table, index) in their turn.
+template <typename Own>
+void addLineRow(ListTable& table, const RecordLine& line, std::span<const ColumnDef> defs, TextColour colour,
+                Own&& own) {
+    table.beginRow();
+    for (std::size_t i = 0; i < defs.size(); ++i) {
+        const ColumnDef& def = defs[i];
+        const TextColour c = i == 0 ? TextColour::Black : colour;
+        switch (def.shown) {
+        case Shown::AsRead:
+            table.addCell(line.columns(def.column, def.size), c);
+            break;
+        case Shown::Trimmed:
+            table.addCell(trimBlanks(line.columns(def.column, def.size)), c);
+            break;
+        case Shown::PassType:
+            table.addCell(passTypeText(line.columns(def.column, 1)), c);
+            break;
+        case Shown::Own:
+            own(table, int(i));
+            break;
+        }
+    }
+}
+
+// A booked-time slot shown as its first two characters, ":" and its last two (0930 -> 09:30).
+void addSlotCell(ListTable& table, QByteArrayView slot, TextColour colour = TextColour::Black);
+// The four stored columns of a day's booked-time slot, blanks included.
+QByteArrayView rawSlot(const RecordLine& line, int day);
+
+// The pass-date range test: from <= date <= to, each "dd-mm-yyyy" text taken as the number yymmdd, so by
+// two-digit year first (a date of 2100 sorts before 2099, as it always has).
+bool passDateInRange(QByteArrayView from, QByteArrayView to, QByteArrayView date);
+// "dd-mm-yyyy" as stored in the pass columns.
+QByteArray storedDate(const QDate& date);
+// The month file holding a date's bookings.
+QString monthFileOf(const QString& dataPath, const QDate& date);
+
+} // namespace porvane

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/app_state.h"
+#include "desk/date_selection.h"
+#include "lists/list_table.h"
+
+#include <QCoreApplication>
+#include <QDate>
+#include <QPagedPaintDevice>
+#include <QTime>
+
+namespace porvane {
+
+// Prints the list the grid holds: the site's name and a title naming the list and its date on every page,
+// the header row repeated on every page, the listed rows (never the empty ones after them), and the footer
+// with page number, page count and the date of printing. A4 landscape at 90 %, the columns scaled to fit the
+// page width. The desk hands in a QPrinter, tests and porvane-admin a QPdfWriter.
+class ListPrinting {
+    Q_DECLARE_TR_FUNCTIONS(ListPrinting)
+
+public:
+    // The title after the site's name, by ListMode; the month as the box has its first letter and the rest in
+    // lower case.
+    static QString title(ListMode mode, const QString& siteName, const DateSelection& dates,
+                         const QTime& now);
+    // "Porvane 90     Page &P of &N    Printed: &D" with the page, the count and the date filled in.
+    static QString footer(int page, int pageCount, const QDate& printed);
+    // Prints rows 0 .. rows-1 of the table (at most its listed rows). Empty on success, else why not.
+    static QString print(QPagedPaintDevice& device, const ListTable& table, int rows, const QString& title,
+                         const QDate& printed);
+};
+
+} // namespace porvane

@@ -1,0 +1,170 @@
+#include "lists/on_site_list.h"
+
+#include "store/data_lock.h"
+#include "store/line_reader.h"
+#include "store/safe_file.h"
+
+#include <QFileInfo>
+#include <QtGlobal>
+
+namespace porvane {
+
+namespace {
+
+constexpr ColumnDef kStatusColumns[] = {
+    kColRegistration,
+    kColFirstName,
+    kColLastName,
+    kColOrganisation,
+    kColCategory,
+    kColExpected,
+    {QT_TRANSLATE_NOOP("ListColumns", "Arrived"), 60, false, 0, 0, Shown::Own},
+    {QT_TRANSLATE_NOOP("ListColumns", "Departed"), 60, false, 0, 0, Shown::Own},
+    kColPassValid,
+    kColPassIssued,
+    kColLength,
+    kColPassType,
+    kColPassEnds,
+    {QT_TRANSLATE_NOOP("ListColumns", "Party"), 45, false, 601, 3, Shown::AsRead},
+    kColTelephone,
+    kColCarReg,
+    kColReportsTo,
+    kColDepartment,
+    kColContact,
+};
+
+constexpr int kExpectedColumn = 5;
+constexpr int kArrivedColumn = 6;
+constexpr int kMarkColumn = 991; // arrival (5) then departure (5)
+constexpr int kMarkWidth = 10;
+constexpr int kRegNoWidth = 12;
+constexpr QByteArrayView kNoMark = "  -  ";
+
+// A mark "hh:mm" as the number hhmm; a missing mark ("  -  ", blanks) is 0.
+int markNumber(QByteArrayView mark) {
+    int n = 0;
+    for (const char c : mark) {
+        if (c == ' ' || c == ':')
+            continue;
+        if (c < '0' || c > '9')
+            break;
+        n = n * 10 + (c - '0');
+    }
+    return n;
+}
+
+QByteArrayView firstColumns(QByteArrayView line) {
+    return line.first(std::min<qsizetype>(kRegNoWidth, line.size()));
+}
+
+} // namespace
+
+QString OnSiteList::statusFilePath(const QString& dataPath, const QDate& today) {
+    return dayStatusPath(dataPath, today);
+}
+
+FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& today, Prompter& prompter) {
+    const QByteArray todayText = storedDate(today);
+    QList<QByteArray> kept;
+    for (int k = -6; k <= 6; ++k) {
+        const QDate month = today.addMonths(k);
+        const QString file = monthFileOf(dataPath, month);
+        if (!QFileInfo::exists(file))
+            continue;
+        const bool todaysMonth = k == 0;
+        LineReader reader(file);
+        QByteArrayView bytes;
+        while (reader.next(bytes)) {
+            const RecordLine line(bytes);
+            const bool booked = todaysMonth && !line.bookedSlot(today.day()).isEmpty();
+            if (!booked && !passDateInRange(line.columns(936, 10), line.columns(947, 10), todayText))
+                continue;
+            QByteArray entry = bytes.toByteArray();
+            // A torn line still gets its mark columns; missing columns read as blanks anyway.
+            if (entry.size() < kRecordLineLength)
+                entry.append(QByteArray(kRecordLineLength - entry.size(), ' '));
+            kept.append(entry);
+        }
+        if (reader.error())
+            return reader.error();
+    }
+
+    const QString statusFile = statusFilePath(dataPath, today);
+    DataLock lock(dataPath);
+    if (FileError e = takeDataLock(lock, prompter))
+        return e;
+    QByteArray old;
+    const FileError readError = readWholeFile(statusFile, old);
+    if (readError.number == FileError::FileNotFound) {
+        for (QByteArray& entry : kept) {
+            entry.replace(kMarkColumn - 1, 5, kNoMark.data(), 5);
+            entry.replace(kMarkColumn + 4, 5, kNoMark.data(), 5);
+        }
+    } else if (readError) {
+        return readError;
+    } else {
+        for (qsizetype from = 0; from < old.size();) {
+            qsizetype end = old.indexOf('\n', from);
+            if (end < 0)
+                end = old.size();
+            QByteArrayView status(old.constData() + from, end - from);
+            from = end + 1;
+            if (status.endsWith('\r'))
+                status.chop(1);
+            // A status line torn before its marks has no marks to give.
+            if (status.size() < kMarkColumn - 1 + kMarkWidth)
+                continue;
+            const QByteArrayView key = firstColumns(status);
+            for (QByteArray& entry : kept) {
+                if (firstColumns(entry) == key) {
+                    entry.replace(kMarkColumn - 1, kMarkWidth, status.data() + kMarkColumn - 1, kMarkWidth);
+                    break;
+                }
+            }
+        }
+    }
+    QByteArray content;
+    for (const QByteArray& entry : kept)
+        content.append(entry).append("\r\n");
+    return replaceFile(statusFile, content);
+}
+
+BuiltList OnSiteList::build(const QString& dataPath, const QDate& today) {
+    BuiltList out{tableWithColumns(kStatusColumns, QColor(0xDF, 0xE7, 0xF9)), {}};
+    const char month[2] = {char('0' + today.month() / 10), char('0' + today.month() % 10)};
+    LineReader reader(statusFilePath(dataPath, today));
+    QByteArrayView bytes;
+    while (reader.next(bytes)) {
+        const RecordLine line(bytes);
+        addLineRow(out.table, line, kStatusColumns, TextColour::Black, [&](ListTable& table, int column) {
+            if (column == kExpectedColumn) {
+                // A booked time on a line of another month is not today's.
+                const bool todays = line.columns(3, 2) == QByteArrayView(month, 2);
+                if (todays && !line.bookedSlot(today.day()).isEmpty())
+                    addSlotCell(table, rawSlot(line, today.day()));
+                else
+                    table.addCell(kNoMark);
+                return;
+            }
+            if (column != kArrivedColumn)
+                return; // the departure cell is added with the arrival cell
+            const QByteArrayView arrived = line.columns(kMarkColumn, 5);
+            const QByteArrayView departed = line.columns(kMarkColumn + 5, 5);
+            const int in = markNumber(arrived);
+            if (in == 0) {
+                table.addCell(kNoMark);
+                table.addCell(kNoMark);
+            } else if (in < markNumber(departed)) { // gone
+                table.addCell(arrived, TextColour::Red);
+                table.addCell(departed, TextColour::Black);
+            } else { // still on site, also after a stay past midnight
+                table.addCell(arrived, TextColour::Grey);
+                table.addCell(departed, TextColour::Green);
+            }
+        });
+    }
+    out.error = reader.error();
+    return out;
+}
+
+} // namespace porvane

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "app/prompter.h"
+#include "lists/list_columns.h"
+
+namespace porvane {
+
+// The IN/OUT day-status view: today's day status file, rebuilt from the month files ("Write List") and then
+// listed with who is expected, on site and gone.
+class OnSiteList {
+public:
+    // "<data>Status/yymmdd.vdf".
+    static QString statusFilePath(const QString& dataPath, const QDate& today);
+
+    // Rebuilds today's status file from the thirteen month files around today: every booking with a booked
+    // time today in today's month file, and every booking of any of them whose pass covers today. The IN/OUT
+    // marks already in the file are kept by RegNo (the first entry of a RegNo takes them). The month files
+    // are read without the lock; the status file is read fresh and replaced under the data folder's lock, so
+    // a mark made a moment ago by another desk survives. On any error the status file is left as it was.
+    static FileError writeStatusList(const QString& dataPath, const QDate& today, Prompter& prompter);
+
+    // Lists today's status file line by line, with the arrival and departure colours.
+    static BuiltList build(const QString& dataPath, const QDate& today);
+};
+
+} // namespace porvane

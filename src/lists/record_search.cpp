@@ -1,0 +1,185 @@
+#include "lists/record_search.h"
+
+#include "store/line_reader.h"
+#include "store/windows1252.h"
+
+#include <array>
+#include <cstring>
+
+namespace porvane {
+
+namespace {
+
+struct KindSpec {
+    const char* text;
+    const char* caption;
+    int column; // the searched columns; NAME builds its own text
+    int width;
+};
+
+constexpr std::array<KindSpec, 10> kKinds{{
+    {QT_TRANSLATE_NOOP("RecordSearch", "ANY TEXT"),
+     QT_TRANSLATE_NOOP("RecordSearch", "FIND TEXT IN ANY FIELD"), 1, 0},
+    {QT_TRANSLATE_NOOP("RecordSearch", "NAME"), QT_TRANSLATE_NOOP("RecordSearch", "LOOK FOR VISITOR BY"), 0,
+     0},
+    {QT_TRANSLATE_NOOP("RecordSearch", "ORGANISATION"),
+     QT_TRANSLATE_NOOP("RecordSearch", "SEARCH ALL FIELDS IN:"), 550, 207},
+    {QT_TRANSLATE_NOOP("RecordSearch", "HOME ADDRESS"),
+     QT_TRANSLATE_NOOP("RecordSearch", "SEARCH ALL FIELDS IN:"), 147, 98},
+    {QT_TRANSLATE_NOOP("RecordSearch", "CAR REGISTRATION"),
+     QT_TRANSLATE_NOOP("RecordSearch", "FIND WHOLE OR PART OF A"), 69, 10},
+    {QT_TRANSLATE_NOOP("RecordSearch", "DEPARTMENT"), QT_TRANSLATE_NOOP("RecordSearch", "FIND OR LIST A:"),
+     525, 24},
+    {QT_TRANSLATE_NOOP("RecordSearch", "CATEGORY"), QT_TRANSLATE_NOOP("RecordSearch", "FIND OR LIST A:"), 504,
+     20},
+    {QT_TRANSLATE_NOOP("RecordSearch", "BUILDING/LOCATION"),
+     QT_TRANSLATE_NOOP("RecordSearch", "FIND OR LIST A:"), 829, 28},
+    {QT_TRANSLATE_NOOP("RecordSearch", "REFERENCE NO"), QT_TRANSLATE_NOOP("RecordSearch", "FIND OR LIST A:"),
+     130, 16},
+    {QT_TRANSLATE_NOOP("RecordSearch", "VISITING/REPORTING TO"),
+     QT_TRANSLATE_NOOP("RecordSearch", "FIND WHO A PERSON IS"), 758, 70},
+}};
+
+constexpr ColumnDef kSearchColumns[] = {
+    kColRegistration,
+    kColFirstName,
+    kColLastName,
+    kColOrganisation,
+    kColCategory,
+    kColParty,
+    kColTelephone,
+    kColPassValid,
+    kColPassIssued,
+    kColLength,
+    kColPassType,
+    kColPassEnds,
+    {QT_TRANSLATE_NOOP("ListColumns", "Arrival"), 60, false, 0, 0, Shown::Own},
+    kColCarReg,
+    kColReportsTo,
+    kColDepartment,
+    kColContact,
+};
+
+// Windows-1252 is single-byte: upper-case letters (ASCII, Latin-1 and the four in 0x80..0x9F) fold to
+// their lower-case partners, so the find text is converted once and lines are compared byte by byte.
+constexpr std::array<unsigned char, 256> makeFold() {
+    std::array<unsigned char, 256> fold{};
+    for (int b = 0; b < 256; ++b)
+        fold[std::size_t(b)] = static_cast<unsigned char>(b);
+    for (int b = 'A'; b <= 'Z'; ++b)
+        fold[std::size_t(b)] = static_cast<unsigned char>(b + 0x20);
+    for (int b = 0xC0; b <= 0xDE; ++b)
+        if (b != 0xD7)
+            fold[std::size_t(b)] = static_cast<unsigned char>(b + 0x20);
+    fold[0x8A] = 0x9A; // Š š
+    fold[0x8C] = 0x9C; // Œ œ
+    fold[0x8E] = 0x9E; // Ž ž
+    fold[0x9F] = 0xFF; // Ÿ ÿ
+    return fold;
+}
+constexpr std::array<unsigned char, 256> kFold = makeFold();
+
+QByteArray foldedBytes(const QString& text) {
+    QByteArray bytes = toWindows1252(text);
+    for (char& c : bytes)
+        c = char(kFold[static_cast<unsigned char>(c)]);
+    return bytes;
+}
+
+bool containsFolded(QByteArrayView hay, QByteArrayView needle) {
+    const qsizetype n = needle.size();
+    if (n == 0)
+        return true;
+    const auto* h = reinterpret_cast<const unsigned char*>(hay.data());
+    const auto* k = reinterpret_cast<const unsigned char*>(needle.data());
+    const unsigned char first = k[0];
+    for (qsizetype i = 0, last = hay.size() - n; i <= last; ++i) {
+        if (kFold[h[i]] != first)
+            continue;
+        qsizetype j = 1;
+        while (j < n && kFold[h[i + j]] == k[j])
+            ++j;
+        if (j == n)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+QStringList RecordSearch::kindItems() {
+    QStringList items;
+    for (const KindSpec& k : kKinds)
+        items.append(tr(k.text));
+    return items;
+}
+
+QString RecordSearch::kindText(SearchKind kind) {
+    return tr(kKinds[std::size_t(kind)].text);
+}
+
+std::optional<SearchKind> RecordSearch::kindFromText(const QString& text) {
+    const QString t = text.trimmed();
+    for (std::size_t i = 0; i < kKinds.size(); ++i)
+        if (t == tr(kKinds[i].text))
+            return SearchKind(i);
+    return std::nullopt;
+}
+
+QString RecordSearch::caption(SearchKind kind) {
+    return tr(kKinds[std::size_t(kind)].caption);
+}
+
+QString RecordSearch::settledKindText(const QString& text) {
+    return kindFromText(text) ? text : kindText(SearchKind::AnyText);
+}
+
+QString RecordSearch::findTextFor(SearchKind kind, const QString& findText) {
+    QString text = findText.trimmed();
+    if (kind == SearchKind::Name)
+        text.replace(QStringLiteral("   "), QStringLiteral(" "))
+            .replace(QStringLiteral("  "), QStringLiteral(" "));
+    return text;
+}
+
+BuiltList RecordSearch::run(const QString& dataPath, const QDate& month, SearchKind kind,
+                            const QString& findText) {
+    BuiltList out{tableWithColumns(kSearchColumns, QColor(0xE0, 0xFF, 0xFF)), {}};
+    const QByteArray needle = foldedBytes(findTextFor(kind, findText));
+    const KindSpec& def = kKinds[std::size_t(kind)];
+    char name[16 + 1 + 18];
+    LineReader reader(monthFileOf(dataPath, month));
+    QByteArrayView bytes;
+    while (reader.next(bytes)) {
+        const RecordLine line(bytes);
+        QByteArrayView searched;
+        if (kind == SearchKind::AnyText) {
+            searched = bytes;
+        } else if (kind == SearchKind::Name) {
+            const QByteArrayView first = trimBlanks(line.columns(14, 16));
+            const QByteArrayView last = line.columns(31, 18);
+            std::memcpy(name, first.data(), size_t(first.size()));
+            name[first.size()] = ' ';
+            std::memcpy(name + first.size() + 1, last.data(), size_t(last.size()));
+            searched = QByteArrayView(name, first.size() + 1 + last.size());
+        } else {
+            searched = line.columns(def.column, def.width);
+        }
+        if (!containsFolded(searched, needle))
+            continue;
+        addLineRow(out.table, line, kSearchColumns, TextColour::Black, [&](ListTable& table, int) {
+            for (int day = 1; day <= kBookedSlotCount; ++day) {
+                const QByteArrayView slot = rawSlot(line, day);
+                if (!trimBlanks(slot).isEmpty()) {
+                    addSlotCell(table, slot);
+                    return;
+                }
+            }
+            table.addCell({});
+        });
+    }
+    out.error = reader.error();
+    return out;
+}
+
+} // namespace porvane

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "lists/list_columns.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <optional>
+
+namespace porvane {
+
+// The ten kinds of CBListBy, each searching its own part of the booking line.
+enum class SearchKind {
+    AnyText,
+    Name,
+    Organisation,
+    HomeAddress,
+    CarRegistration,
+    Department,
+    Category,
+    BuildingLocation,
+    ReferenceNo,
+    VisitingReportingTo,
+};
+
+class RecordSearch {
+    Q_DECLARE_TR_FUNCTIONS(RecordSearch)
+
+public:
+    // CBListBy's entries, in order.
+    static QStringList kindItems();
+    static QString kindText(SearchKind kind);
+    // The kind named by a text (trimmed), if it is one of the ten.
+    static std::optional<SearchKind> kindFromText(const QString& text);
+    // The caption SearchLa takes when the kind is chosen.
+    static QString caption(SearchKind kind);
+    // Leaving CBListBy: a text that is none of the kinds becomes "ANY TEXT".
+    static QString settledKindText(const QString& text);
+
+    // The find text as it is compared: trimmed, and for NAME runs of three and then of two blanks made one.
+    static QString findTextFor(SearchKind kind, const QString& findText);
+
+    // Every booking of the month whose searched text contains the find text, without regard to case; any
+    // character of the find text is taken literally.
+    static BuiltList run(const QString& dataPath, const QDate& month, SearchKind kind,
+                         const QString& findText);
+};
+
+} // namespace porvane

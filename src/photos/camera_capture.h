@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/app_state.h"
+#include "photos/frame_source.h"
+
+#include <QCoreApplication>
+#include <QImage>
+
+namespace porvane {
+
+// Centre-crops a camera frame to a 3:4 portrait and scales it so that its 24-bit bitmap stays within the
+// photo size limit (150 x 200 pixels, 90454 bytes).
+QImage fitSnapshot(const QImage& frame);
+
+// The camera window's snapshot: takes a frame, writes it as the current booking's photo (replacing an older
+// one of the same name) and sets the marks the pass window reads.
+class CameraCapture {
+    Q_DECLARE_TR_FUNCTIONS(CameraCapture)
+
+public:
+    explicit CameraCapture(AppState& state)
+        : m_state(state) {}
+
+    // Opening clears the mark of an earlier capture.
+    void open() { m_state.JustCapturedMark = false; }
+    // True when the photo was written; failures are shown through the prompter.
+    bool snapshot(FrameSource& source);
+
+private:
+    AppState& m_state;
+};
+
+} // namespace porvane

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "settings/settings.h"
+#include "store/file_error.h"
+
+#include <QString>
+
+namespace porvane {
+
+class AppState;
+
+// How the settings file read. Anything but Loaded leaves the settings that the file did not hold empty, so an
+// empty data folder sends the start-up to the defaults.
+struct SettingsLoad {
+    enum class Status {
+        Loaded,     // a whole record
+        Missing,    // no file yet (a first start)
+        Short,      // fewer than 3839 characters: the settings beyond its end are empty
+        Damaged,    // not a record this program wrote; a copy is kept beside it before anything overwrites it
+        Unreadable, // the file is there but cannot be read; it must not be overwritten blindly
+    };
+    Status status = Status::Loaded;
+    FileError error;  // Unreadable: why
+    QString keptCopy; // Short or Damaged: where the old file was copied, empty when the copy failed
+};
+
+// The settings file under the application folder: "_PSF/PSystem/twsabusr.dat".
+QString settingsFilePath(const QString& appPath);
+
+// The length of the settings record; the file is exactly this many bytes.
+inline constexpr int kSettingsRecordLength = 3839;
+
+// Reads and deciphers the record into state.settings (password and folders trimmed, options as they are).
+SettingsLoad LoadSettings(AppState& state);
+
+// Enciphers state.settings as one record and replaces the file whole (temporary file and rename), so a failed
+// write leaves the old file as it was.
+FileError SaveSettings(const AppState& state);
+
+// Every setting to its default, then SaveSettings and LoadSettings. The defaults stay in memory even when the
+// file cannot be written (a read-only folder); the error tells why.
+FileError ApplyDefaultSettings(AppState& state);
+
+// The default settings of an installation in appPath.
+Settings defaultSettings(const QString& appPath);
+
+} // namespace porvane

@@ -1,0 +1,120 @@
+#include "store/data_lock.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace porvane {
+
+namespace {
+QString describe(const LockHolder& holder) {
+    const QString host =
+        holder.host.isEmpty() ? QCoreApplication::translate("DataLock", "an unknown PC") : holder.host;
+    return QCoreApplication::translate("DataLock", "the desk on %1 (process %2)").arg(host).arg(holder.pid);
+}
+} // namespace
+
+DataLock::DataLock(const QString& dataPath, std::chrono::milliseconds wait)
+    : m_dataPath(dataPath)
+    , m_file(lockPath(dataPath))
+    , m_wait(wait) {
+    // Age never makes a lock stale: only a dead owner on this PC does.
+    m_file.setStaleLockTime(0);
+}
+
+DataLock::~DataLock() {
+    release();
+}
+
+QString DataLock::lockPath(const QString& dataPath) {
+    return QDir(dataPath).filePath(u"porvane.lock"_s);
+}
+
+DataLock::State DataLock::acquire() {
+    m_error = {};
+    m_holder = {};
+    if (m_file.isLocked())
+        return State::Held;
+    if (m_file.tryLock(int(m_wait.count())))
+        return State::Held;
+    switch (m_file.error()) {
+    case QLockFile::LockFailedError:
+        if (!m_file.getLockInfo(&m_holder.pid, &m_holder.host, &m_holder.app)) {
+            // Released between the last try and the look at it: one more try without waiting.
+            if (m_file.tryLock(0))
+                return State::Held;
+            m_file.getLockInfo(&m_holder.pid, &m_holder.host, &m_holder.app);
+        }
+        m_error = {FileError::PermissionDenied,
+                   tr("The data folder is in use by %1: %2").arg(describe(m_holder), lockPath(m_dataPath))};
+        return State::Busy;
+    case QLockFile::PermissionError:
+    case QLockFile::UnknownError:
+    case QLockFile::NoError:
+        break;
+    }
+    if (!QFileInfo(m_dataPath).isDir())
+        m_error = {FileError::PathNotFound,
+                   tr("Path not found: %1").arg(QDir::toNativeSeparators(m_dataPath))};
+    else
+        m_error = {FileError::PermissionDenied,
+                   tr("Permission denied: %1").arg(QDir::toNativeSeparators(lockPath(m_dataPath)))};
+    return State::Failed;
+}
+
+void DataLock::release() {
+    if (m_file.isLocked())
+        m_file.unlock();
+}
+
+bool DataLock::breakLock() {
+    // Not removeStaleLockFile(): that refuses while the holder's process still has the file open, which is
+    // just the case of a hung desk.
+    QFile::remove(lockPath(m_dataPath));
+    return !QFileInfo::exists(lockPath(m_dataPath));
+}
+
+LockChoice askAboutBusyLock(Prompter& prompter, const LockHolder& holder) {
+    const QString text = QCoreApplication::translate("DataLock", "The data folder is being changed by %1.")
+                             .arg(describe(holder)) +
+                         u"\r\n\r\n"_s +
+                         QCoreApplication::translate(
+                             "DataLock", "Yes: try again.\r\nNo: break the lock (only when that desk is "
+                                         "no longer running).\r\nCancel: stop; nothing is saved.");
+    switch (prompter.ask({u"Porvane 90"_s, text, Buttons::YesNoCancel, Icon::Exclamation})) {
+    case Answer::Yes:
+    case Answer::Ok:
+        return LockChoice::Retry;
+    case Answer::No:
+        return LockChoice::Break;
+    case Answer::Cancel:
+        break;
+    }
+    return LockChoice::Cancel;
+}
+
+FileError takeDataLock(DataLock& lock, Prompter& prompter) {
+    for (;;) {
+        switch (lock.acquire()) {
+        case DataLock::State::Held:
+            return {};
+        case DataLock::State::Failed:
+            return lock.error();
+        case DataLock::State::Busy:
+            break;
+        }
+        switch (askAboutBusyLock(prompter, lock.holder())) {
+        case LockChoice::Retry:
+            continue;
+        case LockChoice::Break:
+            lock.breakLock();
+            continue;
+        case LockChoice::Cancel:
+            return lock.error();
+        }
+    }
+}
+
+} // namespace porvane

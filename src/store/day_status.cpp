@@ -1,0 +1,73 @@
+#include "store/day_status.h"
+
+#include "store/data_lock.h"
+#include "store/data_paths.h"
+#include "store/line_reader.h"
+#include "store/record_line.h"
+#include "store/safe_file.h"
+#include "store/windows1252.h"
+
+namespace porvane {
+
+namespace {
+
+constexpr int kArrivalColumn = 991;
+constexpr int kDepartureColumn = 996;
+constexpr int kTimeWidth = 5;
+constexpr int kKeyWidth = 12;
+
+bool keyMatches(QByteArrayView line, QByteArrayView key) {
+    return !key.isEmpty() && line.first(std::min<qsizetype>(kKeyWidth, line.size())) == key;
+}
+
+// "hh:mm" read as "hhmm": the colon's column is skipped.
+QString hhmm(const RecordLine& line, int column) {
+    return line.text(column, 2) + line.text(column + 3, 2);
+}
+
+void overwrite(QByteArray& line, int column, QByteArrayView value) {
+    const qsizetype n = std::min<qsizetype>(kTimeWidth, value.size());
+    std::copy_n(value.data(), n, line.data() + column - 1);
+}
+
+} // namespace
+
+SiteTimes readSiteTimes(const QString& dataPath, const QDate& day, const QString& regNo) {
+    SiteTimes times;
+    const QByteArray key = toWindows1252(regNo);
+    LineReader reader(dayStatusPath(dataPath, day));
+    QByteArrayView bytes;
+    while (reader.next(bytes)) {
+        if (!keyMatches(bytes, key))
+            continue;
+        const RecordLine line(bytes);
+        times = {true, hhmm(line, kArrivalColumn), hhmm(line, kDepartureColumn)};
+    }
+    return times;
+}
+
+FileError UpdateDayStatus(AppState& state, const QString& regNoText, std::chrono::milliseconds lockWait,
+                          WritePath* writePath) {
+    const QByteArray key = toWindows1252(regNoText.trimmed());
+    const QByteArray arrival = toWindows1252(state.record[Field::TimeOnSite]);
+    const QByteArray departure = toWindows1252(state.record[Field::TimeOffSite]);
+    DataLock lock(state.dataPath(), lockWait);
+    if (FileError error = takeDataLock(lock, state.prompter))
+        return error;
+    const LineEdit mark = [&](QByteArrayView stored, QByteArray& out) {
+        if (!keyMatches(stored, key)) {
+            out.append(stored);
+        } else {
+            QByteArray line = stored.toByteArray();
+            if (line.size() < kDepartureColumn + kTimeWidth - 1)
+                line.resize(kDepartureColumn + kTimeWidth - 1, ' ');
+            overwrite(line, kArrivalColumn, arrival);
+            overwrite(line, kDepartureColumn, departure);
+            out.append(line);
+        }
+        out.append(kLineEnd);
+    };
+    return rewriteLines(dayStatusPath(state.dataPath(), state.clock.today()), mark, nullptr, writePath);
+}
+
+} // namespace porvane

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/app_state.h"
+#include "store/file_error.h"
+
+#include <QDate>
+#include <QString>
+#include <chrono>
+
+namespace porvane {
+
+class WritePath;
+
+// A booking's arrival and departure in a day status file, "hhmm" each (columns 991-992 and 994-995,
+// 996-997 and 999-1000); found is false when the booking has no line there.
+struct SiteTimes {
+    bool found = false;
+    QString arrival;
+    QString departure;
+};
+
+// Streams the day's file; the last line whose first 12 characters equal regNo wins. A missing file reads as
+// no line.
+SiteTimes readSiteTimes(const QString& dataPath, const QDate& day, const QString& regNo);
+
+// Writes the current record's arrival and departure (TimeOnSite, TimeOffSite) into every line of today's
+// status file whose first 12 characters equal the registration box's trimmed text. Each value replaces at
+// most five characters at columns 991 and 996; a line too short to hold them is first padded with blanks to
+// 1000 columns, otherwise no line changes its length. Done under the data folder's lock with a fresh read and
+// an atomic replace; a booking with no line leaves the file untouched.
+FileError UpdateDayStatus(AppState& state, const QString& regNoText,
+                          std::chrono::milliseconds lockWait = std::chrono::milliseconds(10000),
+                          WritePath* writePath = nullptr);
+
+} // namespace porvane

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+namespace porvane {
+
+// A file failure as the desk reports it: the old program's error number and a text a user can act on.
+struct FileError {
+    enum Number : int {
+        None = 0,
+        FileNotFound = 53,
+        PathNotFound = 76,
+        PermissionDenied = 70,
+        DiskFull = 61,
+        DeviceIO = 57,
+        PathFileAccess = 75,
+    };
+
+    int number = None;
+    QString text;
+
+    bool ok() const { return number == None; }
+    explicit operator bool() const { return !ok(); } // true when there is an error
+
+    // Classifies the current errno of a failed operation on path.
+    static FileError fromErrno(int err, const QString& path);
+    static FileError notFound(const QString& path);
+};
+
+} // namespace porvane

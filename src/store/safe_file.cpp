@@ -1,0 +1,170 @@
+#include "store/safe_file.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace porvane {
+
+namespace {
+
+int errnoOr(int fallback) {
+    return errno != 0 ? errno : fallback;
+}
+
+// A rename is only durable once the folder that holds the name is flushed too.
+void syncFolder(const QString& path) {
+    const int fd = ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(),
+                          O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0)
+        return;
+    ::fsync(fd);
+    ::close(fd);
+}
+
+} // namespace
+
+int WritePath::write(QFileDevice& file, QByteArrayView data) {
+    const char* from = data.data();
+    qint64 left = data.size();
+    while (left > 0) {
+        errno = 0;
+        const qint64 n = file.write(from, left);
+        if (n <= 0)
+            return errnoOr(EIO);
+        from += n;
+        left -= n;
+    }
+    return 0;
+}
+
+int WritePath::commit(QSaveFile& file) {
+    errno = 0;
+    return file.commit() ? 0 : errnoOr(EIO);
+}
+
+int WritePath::sync(QFileDevice& file) {
+    return ::fsync(file.handle()) == 0 ? 0 : errnoOr(EIO);
+}
+
+WritePath& realWritePath() {
+    static WritePath real;
+    return real;
+}
+
+FileError readWholeFile(const QString& path, QByteArray& bytes) {
+    bytes.clear();
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return FileError::fromErrno(errno, path);
+    struct stat st {};
+    if (::fstat(fd, &st) == 0 && st.st_size > 0)
+        bytes.reserve(qsizetype(st.st_size));
+    char chunk[256 * 1024];
+    for (;;) {
+        const ssize_t n = ::read(fd, chunk, sizeof chunk);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n < 0) {
+            const int err = errno;
+            ::close(fd);
+            bytes.clear();
+            return FileError::fromErrno(err, path);
+        }
+        if (n == 0)
+            break;
+        bytes.append(chunk, n);
+    }
+    ::close(fd);
+    return {};
+}
+
+FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writePath) {
+    WritePath& out = writePath ? *writePath : realWritePath();
+    QSaveFile file(path);
+    // Never fall back to writing over the old file in place.
+    file.setDirectWriteFallback(false);
+    errno = 0;
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return FileError::fromErrno(errnoOr(EACCES), path);
+    if (const int err = out.write(file, bytes)) {
+        file.cancelWriting();
+        return FileError::fromErrno(err, path);
+    }
+    if (const int err = out.commit(file))
+        return FileError::fromErrno(err, path);
+    syncFolder(path);
+    return {};
+}
+
+FileError appendLine(const QString& path, QByteArrayView line, WritePath* writePath) {
+    WritePath& out = writePath ? *writePath : realWritePath();
+    const bool created = !QFileInfo::exists(path);
+    QFile file(path);
+    errno = 0;
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::Unbuffered))
+        return FileError::fromErrno(errnoOr(EACCES), path);
+    const qint64 oldSize = file.size();
+    QByteArray bytes;
+    bytes.reserve(line.size() + 4);
+    if (oldSize > 0) {
+        // Only the last byte is read: a torn tail gets its line end before the new line.
+        char last = '\n';
+        if (!file.seek(oldSize - 1) || file.read(&last, 1) != 1)
+            return FileError::fromErrno(errnoOr(EIO), path);
+        if (last == '\r')
+            bytes.append('\n');
+        else if (last != '\n')
+            bytes.append(kLineEnd);
+    }
+    bytes.append(line);
+    bytes.append(kLineEnd);
+    int err = out.write(file, bytes);
+    if (!err)
+        err = out.sync(file);
+    if (err) {
+        // Take back whatever part of the line reached the file.
+        file.resize(oldSize);
+        ::fsync(file.handle());
+        return FileError::fromErrno(err, path);
+    }
+    file.close();
+    if (created)
+        syncFolder(path);
+    return {};
+}
+
+FileError rewriteLines(const QString& path, const LineEdit& edit, bool* changed, WritePath* writePath) {
+    if (changed)
+        *changed = false;
+    QByteArray bytes;
+    if (FileError error = readWholeFile(path, bytes))
+        return error;
+    QByteArray out;
+    out.reserve(bytes.size() + bytes.size() / 64 + 2);
+    const char* at = bytes.constData();
+    const char* const end = at + bytes.size();
+    while (at < end) {
+        const auto* nl = static_cast<const char*>(std::memchr(at, '\n', size_t(end - at)));
+        const char* lineEnd = nl ? nl : end;
+        qsizetype len = lineEnd - at;
+        if (len > 0 && at[len - 1] == '\r')
+            --len;
+        edit(QByteArrayView(at, len), out);
+        at = nl ? nl + 1 : end;
+    }
+    if (out == bytes)
+        return {};
+    if (FileError error = replaceFile(path, out, writePath))
+        return error;
+    if (changed)
+        *changed = true;
+    return {};
+}
+
+} // namespace porvane

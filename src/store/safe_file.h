@@ -1,0 +1,52 @@
+#pragma once
+
+#include "store/file_error.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+#include <functional>
+
+class QFileDevice;
+class QSaveFile;
+
+namespace porvane {
+
+// The step where bytes reach the disk. The real one writes, syncs and renames; tests hand in one that fails
+// after some bytes or at the rename, to prove that a failed write leaves the old file as it was.
+class WritePath {
+public:
+    virtual ~WritePath() = default;
+    // Writes all of data; 0, or the errno of the failure.
+    virtual int write(QFileDevice& file, QByteArrayView data);
+    // Flushes the finished temporary file and renames it over its target; 0, or the errno of the failure.
+    virtual int commit(QSaveFile& file);
+    // Flushes an appended file to disk; 0, or the errno of the failure.
+    virtual int sync(QFileDevice& file);
+};
+
+WritePath& realWritePath();
+
+// Reads a whole file. FileNotFound (53) when it does not exist, PathNotFound (76) when its folder does not.
+FileError readWholeFile(const QString& path, QByteArray& bytes);
+
+// Replaces the file's content without ever truncating it: a temporary file in the same folder is written,
+// flushed and renamed over the old one, then the folder is flushed. On failure the old file is untouched.
+FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writePath = nullptr);
+
+inline constexpr QByteArrayView kLineEnd("\r\n");
+
+// Appends one line and CR LF, creating the file when missing (its folder must exist). A last line without a
+// line end (a torn tail) is ended first so the new line never joins it. On failure the file is cut back to
+// its old length.
+FileError appendLine(const QString& path, QByteArrayView line, WritePath* writePath = nullptr);
+
+// Reads the file fresh and hands each line (without its line end; CR LF, LF and a missing last line end are
+// all accepted) to edit, which appends to out what takes its place, each line ended by CR LF, or nothing to
+// drop it. The file is replaced only when the result differs from what was read (changed tells); a missing
+// file is FileNotFound (53). The file is held as raw bytes, never decoded.
+using LineEdit = std::function<void(QByteArrayView line, QByteArray& out)>;
+FileError rewriteLines(const QString& path, const LineEdit& edit, bool* changed = nullptr,
+                       WritePath* writePath = nullptr);
+
+} // namespace porvane

@@ -1,0 +1,181 @@
+#include "app/app_paths.h"
+#include "app/app_state.h"
+#include "app/help_topics.h"
+#include "app/single_instance.h"
+#include "scripted_prompter.h"
+#include "temp_data_folder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QHostInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace porvane;
+using namespace porvane::test;
+
+namespace {
+
+TEST(AppPath, homeComesFromCommandLineThenEnvironmentThenProgram) {
+    const QStringList none{QStringLiteral("porvane")};
+    EXPECT_EQ(resolveAppPath(none, QString(), QStringLiteral("/opt/porvane")), u"/opt/porvane/");
+    EXPECT_EQ(resolveAppPath(none, QStringLiteral("/srv/desk1"), QStringLiteral("/opt/porvane")),
+              u"/srv/desk1/");
+    const QStringList home{QStringLiteral("porvane"), QStringLiteral("--home"),
+                           QStringLiteral("/srv/desk2/")};
+    EXPECT_EQ(resolveAppPath(home, QStringLiteral("/srv/desk1"), QStringLiteral("/opt/porvane")),
+              u"/srv/desk2/");
+    const QStringList joined{QStringLiteral("porvane"), QStringLiteral("--home=/srv/desk3")};
+    EXPECT_EQ(resolveAppPath(joined, QString(), QStringLiteral("/opt/porvane")), u"/srv/desk3/");
+    // An installed, read-only program works in the user's own home unless told otherwise.
+    EXPECT_EQ(resolveAppPath(none, QString(), QStringLiteral("/usr/lib/porvane90"), false,
+                             QStringLiteral("/home/ann/.local/share/porvane90")),
+              u"/home/ann/.local/share/porvane90/");
+    EXPECT_EQ(resolveAppPath(none, QStringLiteral("/srv/desk1"), QStringLiteral("/usr/lib/porvane90"), false,
+                             QStringLiteral("/home/ann/.local/share/porvane90")),
+              u"/srv/desk1/");
+    // A root folder keeps its single slash; a relative home is made absolute.
+    EXPECT_EQ(resolveAppPath(none, QStringLiteral("/"), QString()), u"/");
+    const QString relative = resolveAppPath(none, QStringLiteral("desk4"), QString());
+    EXPECT_EQ(relative, QDir::current().absoluteFilePath(QStringLiteral("desk4")) + u'/');
+}
+
+TEST(AppPath, fileExistsOnlyForWhatIsThere) {
+    TempDataFolder folder;
+    folder.write(QStringLiteral("Record/2603.vrf"), "x\r\n");
+    EXPECT_TRUE(FileExists(folder.path(QStringLiteral("Record/2603.vrf"))));
+    EXPECT_FALSE(FileExists(folder.path(QStringLiteral("Record/2604.vrf"))));
+    EXPECT_FALSE(FileExists(QString()));
+}
+
+TEST(AppPath, newHomeGetsMissingResourcesButKeepsItsOwnEdits) {
+    QTemporaryDir program;
+    QTemporaryDir home;
+    QDir(program.path()).mkpath(QStringLiteral("_PSF/PSystem"));
+    QDir(program.path()).mkpath(QStringLiteral("PorvaneDocs"));
+    const auto put = [](const QString& path, const QByteArray& bytes) {
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    };
+    put(program.filePath(QStringLiteral("_PSF/PSystem/PACustom.ini")), "[CATEGORY]\r\nVISITOR\r\n");
+    put(program.filePath(QStringLiteral("PorvaneDocs/index.html")), "<html></html>");
+    put(home.filePath(QStringLiteral("_PSF/PSystem/PACustom.ini")), "[CATEGORY]\r\nSITE OWN\r\n");
+
+    EXPECT_TRUE(seedHomeFolder(home.path() + u'/', program.path()));
+    QFile kept(home.filePath(QStringLiteral("_PSF/PSystem/PACustom.ini")));
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), "[CATEGORY]\r\nSITE OWN\r\n");
+    EXPECT_TRUE(QFileInfo::exists(home.filePath(QStringLiteral("PorvaneDocs/index.html"))));
+}
+
+TEST(SingleInstance, secondHolderIsRefusedUntilTheFirstEnds) {
+    QTemporaryDir dir;
+    const QString lock = dir.filePath(QStringLiteral("porvane.lock"));
+    {
+        SingleInstance first(lock);
+        ASSERT_TRUE(first.acquire());
+        EXPECT_TRUE(first.acquire()) << "asking again keeps the claim";
+        SingleInstance second(lock);
+        EXPECT_FALSE(second.acquire());
+    }
+    SingleInstance third(lock);
+    EXPECT_TRUE(third.acquire());
+}
+
+TEST(SingleInstance, lockOfAnotherRunningProgramRefusesAndDeadOneIsTakenOver) {
+    QTemporaryDir dir;
+    const QString lock = dir.filePath(QStringLiteral("porvane.lock"));
+    // A second desk in its own process holds the lock while this one asks.
+    QProcess other;
+    other.start(QStringLiteral("/bin/sleep"), {QStringLiteral("30")});
+    ASSERT_TRUE(other.waitForStarted());
+    const auto writeLock = [&](qint64 pid, const QString& app) {
+        QFile f(lock);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(QStringLiteral("%1\n%2\n%3\n").arg(pid).arg(app, QSysInfo::machineHostName()).toUtf8());
+    };
+    writeLock(other.processId(), QStringLiteral("sleep"));
+    EXPECT_FALSE(SingleInstance(lock).acquire());
+
+    other.kill();
+    other.waitForFinished();
+    EXPECT_TRUE(SingleInstance(lock).acquire()) << "the lock of a desk that died is taken over";
+}
+
+// Records the help address instead of starting a browser.
+struct RecordingOpener final : UrlOpener {
+    QList<QUrl> opened;
+    bool open(const QUrl& url) override {
+        opened << url;
+        return true;
+    }
+};
+
+TEST(Help, eachContextOpensItsPage) {
+    EXPECT_EQ(helpPageFor(1), u"index.html");
+    EXPECT_EQ(helpPageFor(19), u"index.html");
+    EXPECT_EQ(helpPageFor(20), u"daylist.html");
+    EXPECT_EQ(helpPageFor(21), u"monthlist.html");
+    EXPECT_EQ(helpPageFor(22), u"iostatuslist.html");
+    EXPECT_EQ(helpPageFor(23), u"findingrecords.html");
+    EXPECT_EQ(helpPageFor(24), u"daylist2.html");
+    EXPECT_EQ(helpPageFor(25), u"makebooking.html");
+    EXPECT_EQ(helpPageFor(26), u"makebooking2.html");
+    EXPECT_EQ(helpPageFor(27), u"iostatuslist2.html");
+    EXPECT_EQ(helpPageFor(28), u"iostatuslist3.html");
+    EXPECT_EQ(helpPageFor(29), u"index.html");
+    EXPECT_EQ(helpPageFor(50), u"snapshot.html");
+    EXPECT_EQ(helpPageFor(51), u"snapshot2.html");
+    EXPECT_EQ(helpPageFor(60), u"makebooking3.html");
+    EXPECT_EQ(helpPageFor(61), helpPageFor(60));
+    EXPECT_EQ(helpPageFor(70), u"managingpics2.html");
+    EXPECT_EQ(helpPageFor(80), u"ModesOfOperation2.html");
+    EXPECT_EQ(helpPageFor(81), u"netoperations2.html");
+    EXPECT_EQ(helpPageFor(100), u"issuingapass.html");
+    EXPECT_EQ(helpPageFor(101), u"index.html");
+    EXPECT_EQ(helpPageFor(-1), u"index.html");
+}
+
+TEST(Help, showHelpOpensTheCurrentContextsFileEvenWhenMissing) {
+    ScriptedPrompter prompter;
+    FixedClock clock{QDateTime(QDate(2026, 3, 2), QTime(9, 0))};
+    InstantPause pause;
+    AppState state{prompter, clock, pause};
+    RecordingOpener opener;
+    state.urlOpener = &opener;
+    state.AppPath = QStringLiteral("/opt/porvane 90/");
+    state.HelpContext = 27;
+    ShowHelp(state);
+    state.HelpContext = 4711; // no such page, nothing checks
+    ShowHelp(state);
+    ASSERT_EQ(opener.opened.size(), 2);
+    EXPECT_EQ(opener.opened.at(0),
+              QUrl(QStringLiteral("file:///opt/porvane%2090/PorvaneDocs/iostatuslist2.html")));
+    EXPECT_EQ(opener.opened.at(1).toLocalFile(), u"/opt/porvane 90/PorvaneDocs/index.html");
+    EXPECT_TRUE(prompter.messages().isEmpty());
+}
+
+TEST(Help, installedPagesCoverEveryTopic) {
+    const QString docs = QStringLiteral(PORVANE_STAGE_DIR) + QStringLiteral("/PorvaneDocs/");
+    for (const int context : {1, 20, 21, 22, 23, 24, 25, 26, 27, 28, 50, 51, 60, 70, 80, 81, 100})
+        EXPECT_TRUE(QFileInfo::exists(docs + helpPageFor(context))) << helpPageFor(context).toStdString();
+}
+
+TEST(Admin, withoutACommandItPrintsUsageAndExits2) {
+    const QString admin = QStringLiteral(PORVANE_STAGE_DIR) + QStringLiteral("/porvane-admin");
+    for (const QStringList& args :
+         {QStringList{}, QStringList{QStringLiteral("--today"), QStringLiteral("soon")},
+          QStringList{QStringLiteral("no-such-command")}}) {
+        QProcess p;
+        p.start(admin, args);
+        ASSERT_TRUE(p.waitForFinished(10000));
+        EXPECT_EQ(p.exitCode(), 2) << args.join(u' ').toStdString();
+        EXPECT_TRUE(p.readAllStandardError().contains("usage: porvane-admin"));
+        EXPECT_TRUE(p.readAllStandardOutput().isEmpty());
+    }
+}
+
+} // namespace

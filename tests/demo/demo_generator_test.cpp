@@ -1,0 +1,83 @@
+#include "demo/demo_generator.h"
+#include "store/record_line.h"
+
+#include <QSet>
+#include <gtest/gtest.h>
+
+using namespace porvane;
+
+namespace {
+
+DemoGenerator::Options februaryLeapYear(std::uint32_t seed) {
+    DemoGenerator::Options o;
+    o.fromYear = 2028;
+    o.fromMonth = 2;
+    o.months = 2;
+    o.perMonth = 400;
+    o.seed = seed;
+    o.categories = {QStringLiteral(" VISITOR"), QStringLiteral(" CONTRACTOR")};
+    o.departments = {QStringLiteral(" FINANCE")};
+    return o;
+}
+
+QList<QByteArray> linesOf(const QByteArray& file) {
+    QList<QByteArray> lines = file.split('\n');
+    EXPECT_TRUE(lines.last().isEmpty()) << "file must end with a line end";
+    lines.removeLast();
+    return lines;
+}
+
+} // namespace
+
+TEST(DemoGenerator, sameSeedGivesSameFilesAndAnotherSeedDiffers) {
+    EXPECT_EQ(DemoGenerator(februaryLeapYear(7)).monthFile(1),
+              DemoGenerator(februaryLeapYear(7)).monthFile(1));
+    EXPECT_NE(DemoGenerator(februaryLeapYear(7)).monthFile(1),
+              DemoGenerator(februaryLeapYear(8)).monthFile(1));
+}
+
+TEST(DemoGenerator, linesAreWellFormedBookingsOfTheirMonth) {
+    const DemoGenerator gen(februaryLeapYear(3));
+    const QList<QByteArray> lines = linesOf(gen.monthFile(0));
+    ASSERT_EQ(lines.size(), 400);
+    QSet<QByteArray> regNos;
+    int withPass = 0;
+    for (const QByteArray& raw : lines) {
+        ASSERT_TRUE(raw.endsWith('\r'));
+        const QByteArray bytes = raw.chopped(1);
+        ASSERT_EQ(bytes.size(), 1186);
+        const RecordLine line(bytes);
+        const QByteArray regNo = line.regNo().toByteArray();
+        EXPECT_TRUE(regNo.startsWith("2802")) << regNo.constData();
+        EXPECT_EQ(regNo.size(), 12);
+        regNos.insert(regNo);
+        EXPECT_TRUE(line.trimmed(504, 20) == u"VISITOR" || line.trimmed(504, 20) == u"CONTRACTOR");
+        EXPECT_EQ(line.trimmed(525, 24), u"FINANCE");
+        EXPECT_GE(line.trimmed(550, 50).size(), 3);
+
+        int booked = 0;
+        for (int day = 1; day <= 31; ++day) {
+            const QByteArrayView slot = line.bookedSlot(day);
+            if (slot.isEmpty())
+                continue;
+            ++booked;
+            EXPECT_LE(day, 29) << "February 2028 has 29 days";
+            EXPECT_LE(QDate(2028, 2, day).dayOfWeek(), 5) << "booked on a weekend";
+            const int hhmm = slot.toByteArray().toInt();
+            EXPECT_GE(hhmm, 700);
+            EXPECT_LE(hhmm, 1745);
+        }
+        EXPECT_GE(booked, 1);
+        if (!line.trimmed(936, 10).isEmpty()) {
+            ++withPass;
+            const QDate from = QDate::fromString(line.trimmed(936, 10), QStringLiteral("dd-MM-yyyy"));
+            const QDate to = QDate::fromString(line.trimmed(947, 10), QStringLiteral("dd-MM-yyyy"));
+            ASSERT_TRUE(from.isValid() && to.isValid());
+            EXPECT_LT(from, to);
+            EXPECT_EQ(line.trimmed(969, 19).size(), 19);
+        }
+    }
+    EXPECT_EQ(regNos.size(), 400) << "identifiers must be unique within a month";
+    EXPECT_GT(withPass, 0);
+    EXPECT_LT(withPass, 400 / 10);
+}

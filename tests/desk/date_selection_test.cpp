@@ -1,0 +1,139 @@
+#include "desk/date_selection.h"
+#include "scripted_prompter.h"
+
+#include <gtest/gtest.h>
+
+using namespace porvane;
+using porvane::test::ScriptedPrompter;
+
+namespace {
+const QString kNoDate = QStringLiteral("ATTENTION: No VALID Date selected - Try selecting again");
+
+DateSelection boxes(const char* day, const char* month, const char* year, int currentYear = 2024) {
+    DateSelection d(currentYear);
+    d.setDayText(QString::fromUtf8(day));
+    d.setMonthText(QString::fromUtf8(month));
+    d.setYearText(QString::fromUtf8(year));
+    return d;
+}
+} // namespace
+
+TEST(DateSelection, dayBeyondTheMonthIsCorrectedWithItsMessage) {
+    struct Case {
+        const char* day;
+        const char* month;
+        const char* year;
+        const char* message;
+        const char* corrected;
+    } cases[] = {
+        {"30", "FEBRUARY", "2024", "ATTENTION: Only [ 29 ] Days in February 2024", "29"},
+        {"29", "FEBRUARY", "2023", "ATTENTION: Only [ 28 ] Days in February 2023", "28"},
+        {"31", "APRIL", "2024", "ATTENTION: Only [ 30 ] Days in the Month Selected", "30"},
+        {"32", "JULY", "2024", "ATTENTION: Invalid DAY Entered for the Month Selected", "31"},
+    };
+    for (const Case& c : cases) {
+        ScriptedPrompter prompter;
+        DateSelection d = boxes(c.day, c.month, c.year);
+        EXPECT_TRUE(d.testDate(prompter)) << c.month;
+        EXPECT_FALSE(d.DateInvalid);
+        ASSERT_EQ(prompter.messages().size(), 1) << c.month;
+        EXPECT_EQ(prompter.last().text, QString::fromUtf8(c.message));
+        EXPECT_EQ(prompter.last().title, u"Porvane 90");
+        EXPECT_EQ(prompter.last().icon, Icon::Exclamation);
+        EXPECT_EQ(d.dayText(), QString::fromUtf8(c.corrected));
+    }
+}
+
+TEST(DateSelection, validDatesPassWithoutAWord) {
+    ScriptedPrompter prompter;
+    for (auto* d : {"29", "1", "--"}) {
+        DateSelection sel = boxes(d, "FEBRUARY", "2024");
+        EXPECT_TRUE(sel.testDate(prompter));
+    }
+    DateSelection lastYear = boxes("31", "DECEMBER", "2029");
+    EXPECT_TRUE(lastYear.testDate(prompter));
+    EXPECT_TRUE(prompter.messages().isEmpty());
+}
+
+TEST(DateSelection, unsupportedYearOrMonthLeavesNoValidDate) {
+    for (auto* year : {"2009", "2030", "abcd"}) {
+        ScriptedPrompter prompter;
+        DateSelection d = boxes("10", "MARCH", year);
+        EXPECT_FALSE(d.testDate(prompter)) << year;
+        EXPECT_TRUE(d.DateInvalid);
+        ASSERT_EQ(prompter.messages().size(), 1);
+        EXPECT_EQ(prompter.last().text, kNoDate);
+    }
+    ScriptedPrompter prompter;
+    DateSelection d = boxes("10", "SMARCH", "2024");
+    EXPECT_FALSE(d.testDate(prompter));
+    EXPECT_EQ(prompter.texts(), QStringList{kNoDate});
+    // The flag is the result of the latest test only.
+    d.setMonthText(QStringLiteral("MARCH"));
+    EXPECT_TRUE(d.testDate(prompter));
+    EXPECT_FALSE(d.DateInvalid);
+}
+
+TEST(DateSelection, yearsRunFrom2010ToFiveYearsAfterStartUp) {
+    DateSelection d(2026);
+    const QStringList years = d.yearItems();
+    EXPECT_EQ(years.first(), u"2010");
+    EXPECT_EQ(years.last(), u"2031");
+    EXPECT_EQ(years.size(), 22);
+    ScriptedPrompter prompter;
+    DateSelection late = boxes("1", "JANUARY", "2031", 2026);
+    EXPECT_TRUE(late.testDate(prompter));
+    DateSelection beyond = boxes("1", "JANUARY", "2032", 2026);
+    EXPECT_FALSE(beyond.testDate(prompter));
+}
+
+TEST(DateSelection, monthStepsWrapAsymmetricallyAtTheEnds) {
+    DateSelection back = boxes("15", "JANUARY", "2010");
+    back.cmdCalDECR();
+    EXPECT_EQ(back.monthText(), u"DECEMBER");
+    EXPECT_EQ(back.yearText(), u"2010");
+    EXPECT_EQ(back.dayText(), u"15");
+
+    DateSelection forward = boxes("15", "DECEMBER", "2029"); // last year for a 2024 start-up
+    forward.cmdCalINCR();
+    EXPECT_EQ(forward.monthText(), u"JANUARY");
+    EXPECT_EQ(forward.yearText(), u"2010");
+
+    DateSelection inside = boxes("15", "DECEMBER", "2023");
+    inside.cmdCalINCR();
+    EXPECT_EQ(inside.selectedDate(), QDate(2024, 1, 15));
+    inside.cmdCalDECR();
+    inside.cmdCalDECR();
+    EXPECT_EQ(inside.selectedDate(), QDate(2023, 11, 15));
+}
+
+TEST(DateSelection, monthStepHoldsTheDayToTheNewMonth) {
+    DateSelection d = boxes("31", "JANUARY", "2024");
+    d.cmdCalINCR();
+    EXPECT_EQ(d.selectedDateText(), u"29-02-2024");
+    DateSelection noDay = boxes("--", "MAY", "2024");
+    noDay.cmdCalINCR();
+    EXPECT_EQ(noDay.dayText(), u"--");
+    EXPECT_EQ(noDay.monthText(), u"JUNE");
+    EXPECT_FALSE(noDay.selectedDate().isValid());
+}
+
+TEST(DateSelection, monthNumberAndBookingMonthComeFromTheBoxes) {
+    EXPECT_EQ(DateSelection::MonthNumber(QStringLiteral("JANUARY")), u"01");
+    EXPECT_EQ(DateSelection::MonthNumber(QStringLiteral("sept")), u"09");
+    EXPECT_EQ(DateSelection::MonthNumber(QStringLiteral("DECEMBER")), u"12");
+    EXPECT_EQ(DateSelection::MonthNumber(QStringLiteral("XYZ")), u"");
+    DateSelection d = boxes("7", "MARCH", "2024");
+    EXPECT_EQ(d.bookingMonth(), u"2403");
+    EXPECT_EQ(d.selectedDateText(), u"07-03-2024");
+}
+
+TEST(DateSelection, todayFillsTheBoxesFromTheClock) {
+    FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(23, 30)));
+    DateSelection d(2026);
+    d.cmdGetToday(clock);
+    EXPECT_EQ(d.dayText(), u"23");
+    EXPECT_EQ(d.monthText(), u"NOVEMBER");
+    EXPECT_EQ(d.yearText(), u"2026");
+    EXPECT_EQ(DateSelection::tomorrow(clock), QDate(2026, 11, 24));
+}

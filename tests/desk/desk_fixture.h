@@ -1,0 +1,31 @@
+#pragma once
+
+#include "app/app_state.h"
+#include "scripted_prompter.h"
+#include "temp_data_folder.h"
+
+#include <gtest/gtest.h>
+
+namespace porvane::test {
+
+// The desk's state over a scripted prompter, a fixed clock (Thursday 14 March 2024, 10:05:07), an instant
+// pause and a throw-away data folder.
+class DeskFixture : public ::testing::Test {
+protected:
+    DeskFixture()
+        : clock(QDateTime(QDate(2024, 3, 14), QTime(10, 5, 7)))
+        , state(prompter, clock, pause) {
+        state.AppPath = folder.appPath();
+        state.settings.DataPath = folder.dataPath();
+        state.settings.ckMakeSysRdO = QStringLiteral("0");
+        state.settings.ckDisSingleD = QStringLiteral("0");
+    }
+
+    ScriptedPrompter prompter;
+    FixedClock clock;
+    InstantPause pause;
+    TempDataFolder folder;
+    AppState state;
+};
+
+} // namespace porvane::test

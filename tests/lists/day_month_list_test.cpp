@@ -1,0 +1,215 @@
+#include "lists/list_table_model.h"
+#include "lists_fixture.h"
+
+#include <QBrush>
+#include <QDir>
+#include <QElapsedTimer>
+
+using namespace porvane;
+using namespace porvane::test;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+using DayListTest = ListsFixture;
+using MonthListTest = ListsFixture;
+
+// Slot of day d: column 1060 + (d - 1) * 4.
+TEST_F(DayListTest, listsBookedTimeOrCoveringPass_inFileOrder_withTheCellsAsStored) {
+    writeLines(QStringLiteral("Record/2406.vrf"),
+               {handLine({{1, "240601090000"},
+                          {14, "  Ann"},
+                          {31, "Lee"},
+                          {69, "AB12 CDE"},
+                          {504, "VISITOR"},
+                          {525, "SALES"},
+                          {550, "Acme Ltd"},
+                          {601, " 3 "},
+                          {670, "0123 456"},
+                          {758, "Mr Boss"},
+                          {795, "x204"},
+                          {1116, "0930"}}),
+                handLine({{1, "240602090000"},
+                          {14, "Bob"},
+                          {31, "Ray"},
+                          {936, "14-06-2024"},
+                          {947, "16-06-2024"},
+                          {958, "1W"},
+                          {969, "10-06-2024 at 9:15"}}),
+                handLine({{1, "240603090000"}, {14, "Cy"}, {31, "Tomorrow"}, {1120, "1100"}}),
+                handLine({{1, "240604090000"},
+                          {14, "Di"},
+                          {31, "Expired"},
+                          {936, "01-06-2024"},
+                          {947, "14-06-2024"},
+                          {958, "2X"}})});
+    select(15, "JUNE", "2024");
+
+    EXPECT_EQ(lists.selectDayRecord(dates), GridLists::Outcome::Listed);
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+    EXPECT_EQ(desk.state.listMode, ListMode::Day);
+    EXPECT_EQ(desk.state.ListedCount, 2);
+    const ListTable& t = lists.table();
+    ASSERT_EQ(t.columnCount(), 17);
+    EXPECT_EQ(t.gridRowCount(), 52);
+    EXPECT_EQ(column(0), (QStringList{QStringLiteral("240601090000"), QStringLiteral("240602090000")}));
+    EXPECT_EQ(cell(0, 1), u"Ann");
+    EXPECT_EQ(cell(0, 3), QStringLiteral("Acme Ltd").leftJustified(50, u' ')); // as stored
+    EXPECT_EQ(cell(0, 5), u"3");
+    EXPECT_EQ(cell(0, 7), u"09:30");
+    EXPECT_EQ(cell(1, 7), u"    ");
+    EXPECT_EQ(cell(1, 8), u"14-06-2024");
+    EXPECT_EQ(cell(1, 9), QStringLiteral("10-06-2024 at 9:15 "));
+    EXPECT_EQ(cell(1, 10), u"1");
+    EXPECT_EQ(cell(1, 11), u"Week");
+    EXPECT_EQ(cell(1, 12), u"16-06-2024");
+    EXPECT_EQ(cell(0, 13).trimmed(), u"AB12 CDE");
+    EXPECT_EQ(cell(0, 14).trimmed(), u"Mr Boss");
+    EXPECT_EQ(cell(0, 15).trimmed(), u"SALES");
+    EXPECT_EQ(cell(0, 16).trimmed(), u"x204");
+    EXPECT_EQ(t.columns[1].alignment, Qt::AlignLeft);
+    EXPECT_EQ(t.columns[5].alignment, Qt::AlignHCenter);
+    EXPECT_EQ(t.rowColour(1), QColor(0xE0, 0xE0, 0xE0));
+
+    // An unknown pass letter leaves the type empty; the expired pass is listed on its last day only.
+    select(14, "JUNE", "2024");
+    ASSERT_EQ(lists.selectDayRecord(dates), GridLists::Outcome::Listed);
+    ASSERT_EQ(column(0).last(), u"240604090000");
+    EXPECT_EQ(cell(lists.table().listedCount() - 1, 11), QString());
+}
+
+TEST_F(DayListTest, passRangeIsInclusiveAtBothEnds_andOnlyTheSelectedMonthIsRead) {
+    const QByteArray pass =
+        handLine({{1, "240201120000"}, {14, "Leap"}, {936, "28-02-2024"}, {947, "02-03-2024"}});
+    writeLines(QStringLiteral("Record/2402.vrf"), {pass});
+    writeLines(QStringLiteral("Record/2403.vrf"), {handLine({{1, "240301120000"}, {14, "Other"}})});
+    auto listedOn = [&](int day, const char* month) {
+        select(day, month, "2024");
+        lists.selectDayRecord(dates);
+        return lists.table().listedCount();
+    };
+    EXPECT_EQ(listedOn(27, "FEBRUARY"), 0);
+    EXPECT_EQ(listedOn(28, "FEBRUARY"), 1);
+    EXPECT_EQ(listedOn(29, "FEBRUARY"), 1);
+    // The pass covers 1 and 2 March, but it is recorded on February's booking.
+    EXPECT_EQ(listedOn(1, "MARCH"), 0);
+    writeLines(QStringLiteral("Record/2403.vrf"), {pass});
+    EXPECT_EQ(listedOn(1, "MARCH"), 1);
+    EXPECT_EQ(listedOn(2, "MARCH"), 1);
+    EXPECT_EQ(listedOn(3, "MARCH"), 0);
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+}
+
+TEST_F(DayListTest, slotOfDay31IsListedOnThe31stOnly) {
+    writeLines(QStringLiteral("Record/2405.vrf"),
+               {handLine({{1, "240501080000"}, {14, "Late"}, {1180, "1700"}})});
+    select(30, "MAY", "2024");
+    lists.selectDayRecord(dates);
+    EXPECT_EQ(lists.table().listedCount(), 0);
+    select(31, "MAY", "2024");
+    lists.selectDayRecord(dates);
+    ASSERT_EQ(lists.table().listedCount(), 1);
+    EXPECT_EQ(cell(0, 7), u"17:00");
+}
+
+TEST_F(DayListTest, missingFileNoMatchNoDayAndUnreadableFile) {
+    desk.state.ListedCount = 7;
+    select(15, "JUNE", "2024");
+    EXPECT_EQ(lists.selectDayRecord(dates), GridLists::Outcome::Message);
+    ASSERT_EQ(desk.prompter.messages().size(), 1);
+    EXPECT_EQ(desk.prompter.last().title, u"Porvane 90");
+    EXPECT_EQ(desk.prompter.last().text, u"No Visitor Bookings for this DATE have been found");
+    EXPECT_EQ(desk.prompter.last().icon, Icon::Exclamation);
+    EXPECT_EQ(desk.state.ListedCount, 7); // not updated
+
+    writeLines(QStringLiteral("Record/2406.vrf"), {handLine({{1, "240601090000"}, {1060, "0800"}})});
+    desk.prompter.clear();
+    EXPECT_EQ(lists.selectDayRecord(dates), GridLists::Outcome::Listed);
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+    EXPECT_EQ(desk.state.ListedCount, 0);
+    EXPECT_EQ(lists.table().gridRowCount(), 50);
+    ListTableModel model;
+    model.setTable(lists.table());
+    EXPECT_EQ(model.rowCount(), 50);
+    EXPECT_EQ(model.data(model.index(49, 3), Qt::DisplayRole).toString(), QString());
+
+    select(0, "JUNE", "2024");
+    EXPECT_EQ(lists.selectDayRecord(dates), GridLists::Outcome::Refused);
+    EXPECT_EQ(desk.prompter.last().text, u"Can't list Day Bookings:  No Day has been selected ");
+
+    // A month "file" that cannot be read is an error in the title, not a message.
+    QDir().mkpath(desk.folder.path(QStringLiteral("Record/2407.vrf")));
+    desk.prompter.clear();
+    select(1, "JULY", "2024");
+    EXPECT_EQ(lists.selectDayRecord(dates), GridLists::Outcome::Failed);
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+    EXPECT_EQ(desk.state.mainTitle, u"Tarnwell Solutions Porvane 90  [ Error: 2185 in Select Day Record ]");
+}
+
+TEST_F(MonthListTest, oneRowPerBookedDay_colouredAgainstTodayNotTheSelectedDay) {
+    writeLines(
+        QStringLiteral("Record/2406.vrf"),
+        {handLine(
+             {{1, "240601090000"}, {14, "Ann"}, {31, "Lee"}, {1068, "0800"}, {1116, "0930"}, {1124, "1415"}}),
+         handLine({{1, "240602090000"}, {14, "Pass"}, {936, "01-06-2024"}, {947, "30-06-2024"}}),
+         handLine({{1, "240603090000"}, {14, "Bob"}, {1060, "0700"}})});
+    select(0, "JUNE", "2024");
+    EXPECT_EQ(lists.selectMonthRecord(dates), GridLists::Outcome::Listed);
+    EXPECT_EQ(desk.state.listMode, ListMode::Month);
+    EXPECT_TRUE(lists.view().dayBoxGreyed);
+    ASSERT_EQ(desk.state.ListedCount, 4);
+    EXPECT_EQ(column(4), (QStringList{u"03"_s, u"15"_s, u"17"_s, u"01"_s}));
+    EXPECT_EQ(column(5), (QStringList{u"08:00"_s, u"09:30"_s, u"14:15"_s, u"07:00"_s}));
+    EXPECT_EQ(column(1), (QStringList{u"Ann"_s, u"Ann"_s, u"Ann"_s, u"Bob"_s}));
+    const ListTable& t = lists.table();
+    for (int c = 1; c < t.columnCount(); ++c) {
+        EXPECT_EQ(t.textColour(0, c), TextColour::Grey) << c;
+        EXPECT_EQ(t.textColour(1, c), TextColour::DarkBlue) << c;
+        EXPECT_EQ(t.textColour(2, c), TextColour::Black) << c;
+    }
+    EXPECT_EQ(t.textColour(0, 0), TextColour::Black);
+    ListTableModel model;
+    model.setTable(t);
+    EXPECT_EQ(model.data(model.index(1, 2), Qt::ForegroundRole).value<QBrush>().color(), QColor(0, 0, 0xA0));
+    EXPECT_EQ(model.data(model.index(1, 2), Qt::BackgroundRole).value<QBrush>().color(),
+              QColor(0xE0, 0xE0, 0xE0));
+    EXPECT_EQ(model.headerData(4, Qt::Horizontal, Qt::DisplayRole).toString(), u"Day");
+
+    // Next month: everything is still to come.
+    writeLines(QStringLiteral("Record/2407.vrf"), {handLine({{1, "240701090000"}, {1060, "0800"}})});
+    select(0, "JULY", "2024");
+    lists.selectMonthRecord(dates);
+    EXPECT_EQ(lists.table().textColour(0, 1), TextColour::Black);
+    select(0, "MAY", "2024");
+    EXPECT_EQ(lists.selectMonthRecord(dates), GridLists::Outcome::Message);
+    EXPECT_EQ(desk.prompter.last().text, u"No Visitor Bookings for this DATE have been found");
+}
+
+TEST_F(MonthListTest, aBusyMonthShowsInTheGridWellUnderHalfASecond) {
+    // 15,000 bookings with two booked days each.
+    QByteArray bytes;
+    for (int i = 0; i < 15000; ++i)
+        bytes += handLine({{1, QByteArray::number(240600000000LL + i).constData()},
+                           {14, "Visitor"},
+                           {31, "Number"},
+                           {550, "Somewhere plc"},
+                           {1064, "0900"},
+                           {1120, "1300"}}) +
+                 "\r\n";
+    desk.folder.write(QStringLiteral("Record/2406.vrf"), bytes);
+    select(0, "JUNE", "2024");
+    ListTableModel model;
+    lists.tableChanged = [&](const ListTable& t) {
+        model.setTable(t);
+    };
+    QElapsedTimer timer;
+    timer.start();
+    lists.selectMonthRecord(dates);
+    const qint64 ms = timer.elapsed();
+    EXPECT_EQ(model.rowCount(), 30050);
+    EXPECT_EQ(model.data(model.index(29999, 4), Qt::DisplayRole).toString(), u"16");
+    EXPECT_LT(ms, 500);
+    RecordProperty("month_list_ms", int(ms));
+}
+
+} // namespace

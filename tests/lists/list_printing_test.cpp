@@ -1,0 +1,148 @@
+#include "lists/day_list.h"
+#include "lists/list_printing.h"
+#include "lists/list_text.h"
+#include "lists_fixture.h"
+
+#include <QPdfWriter>
+#include <QProcess>
+#include <QTemporaryDir>
+
+using namespace porvane;
+using namespace porvane::test;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString run(const QString& program, const QStringList& args, int* exitCode = nullptr,
+            QString* err = nullptr) {
+    QProcess p;
+    p.start(program, args);
+    p.waitForFinished(60000);
+    if (exitCode)
+        *exitCode = p.exitCode();
+    if (err)
+        *err = QString::fromUtf8(p.readAllStandardError());
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+struct ListPrintingTest : ListsFixture {
+    void writeDay(int bookings) {
+        QByteArray bytes;
+        for (int i = 0; i < bookings; ++i) {
+            const QByteArray regNo = QByteArray::number(240601000000LL + i);
+            const QByteArray last = "Visitor" + QByteArray::number(i);
+            bytes += handLine({{1, regNo.constData()},
+                               {14, "First"},
+                               {31, last.constData()},
+                               {504, "CONTRACTOR"},
+                               {550, "Organisation Name That Is Rather Long Ltd"},
+                               {1116, "0930"}}) +
+                     "\r\n";
+        }
+        desk.folder.write(u"Record/2406.vrf"_s, bytes);
+    }
+};
+
+TEST_F(ListPrintingTest, titlesByListMode) {
+    desk.state.settings.SiteName = u"Harbour Works"_s;
+    select(15, "JUNE", "2024");
+    const QTime at(14, 5);
+    const QString site = desk.state.settings.SiteName;
+    EXPECT_EQ(ListPrinting::title(ListMode::None, site, dates, at),
+              u"Harbour Works    Visitors List  -  June 2024");
+    EXPECT_EQ(ListPrinting::title(ListMode::Day, site, dates, at),
+              u"Harbour Works    Visitors Expected:  15 June 2024");
+    EXPECT_EQ(ListPrinting::title(ListMode::Month, site, dates, at),
+              u"Harbour Works    Visitor List  -  June 2024");
+    EXPECT_EQ(ListPrinting::title(ListMode::Search, site, dates, at),
+              u"Harbour Works    Visitor List [ Part ]   June 2024");
+    EXPECT_EQ(ListPrinting::title(ListMode::OnSite, site, dates, at),
+              u"Harbour Works    Visitor On-Site Status:  15 June 2024  as at  14:05");
+    EXPECT_EQ(ListPrinting::footer(2, 3, QDate(2024, 6, 15)),
+              u"Porvane 90     Page 2 of 3    Printed: 15/06/2024");
+}
+
+TEST_F(ListPrintingTest, severalPagesOfA4LandscapeWithTitleFooterAndOnlyTheListedRows) {
+    writeDay(120);
+    select(15, "JUNE", "2024");
+    ASSERT_EQ(lists.selectDayRecord(dates), GridLists::Outcome::Listed);
+    QTemporaryDir out;
+    const QString pdf = out.filePath(u"day.pdf"_s);
+    {
+        QPdfWriter writer(pdf);
+        writer.setResolution(300);
+        const QString title =
+            ListPrinting::title(desk.state.listMode, u"Harbour Works"_s, dates, QTime(9, 0));
+        ASSERT_EQ(
+            ListPrinting::print(writer, lists.table(), desk.state.ListedCount, title, QDate(2024, 6, 15)),
+            QString());
+    }
+    const QString info = run(u"pdfinfo"_s, {pdf});
+    ASSERT_TRUE(info.contains(u"Pages:"_s)) << info.toStdString();
+    const int pages = info.section(u"Pages:"_s, 1).trimmed().section(u'\n', 0, 0).toInt();
+    EXPECT_GE(pages, 2);
+    EXPECT_TRUE(info.contains(u"Page size:       842 x 595 pts (A4)"_s)) << info.toStdString(); // landscape
+
+    const QString text = run(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
+    const QStringList perPage = text.split(u'\f', Qt::SkipEmptyParts);
+    ASSERT_EQ(perPage.size(), pages);
+    for (int p = 0; p < pages; ++p) {
+        EXPECT_TRUE(perPage[p].simplified().startsWith(u"Harbour Works Visitors Expected: 15 June 2024"_s))
+            << p;
+        EXPECT_TRUE(perPage[p].contains(u"Registration"_s)) << p; // header row on every page
+        const QString footer = u"Porvane 90     Page %1 of %2    Printed: 15/06/2024"_s.arg(p + 1).arg(pages);
+        EXPECT_TRUE(perPage[p].simplified().contains(footer.simplified())) << footer.toStdString();
+    }
+    // Every listed row once, and no more rows than were listed.
+    EXPECT_EQ(text.count(u"240601000"_s), 120);
+    EXPECT_TRUE(text.contains(u"Visitor119"_s));
+    const QString fonts = run(u"pdffonts"_s, {pdf});
+    EXPECT_TRUE(fonts.contains(u"DejaVu"_s) || fonts.contains(u"Verdana"_s)) << fonts.toStdString();
+    EXPECT_TRUE(fonts.contains(u"Liberation"_s) || fonts.contains(u"Arial"_s)) << fonts.toStdString();
+    if (qEnvironmentVariableIsSet("PORVANE_KEEP_PDF"))
+        QFile::copy(pdf, qEnvironmentVariable("PORVANE_KEEP_PDF"));
+}
+
+// porvane-admin prints the same rows as the desk's grid for the same files.
+TEST_F(ListPrintingTest, adminListsTheDesksRows) {
+    writeDay(3);
+    writeLines(u"Record/2403.vrf"_s, {handLine({{1, "240301000003"},
+                                                {14, "March"},
+                                                {550, "Old, \"Pass\" Ltd"},
+                                                {936, "01-03-2024"},
+                                                {947, "20-06-2024"}})});
+    const QString admin = QStringLiteral(PORVANE_STAGE_DIR) + u"/porvane-admin"_s;
+    const QStringList common{u"--home"_s,  desk.folder.appPath(), u"--data"_s, desk.folder.dataPath(),
+                             u"--today"_s, u"2024-06-15"_s,       u"--now"_s,  u"10:00"_s};
+    int code = -1;
+    select(15, "JUNE", "2024");
+    lists.selectDayRecord(dates);
+    EXPECT_EQ(run(admin, common + QStringList{u"list"_s, u"day"_s, u"2024-06-15"_s}, &code),
+              listTableText(lists.table(), false));
+    EXPECT_EQ(code, 0);
+    lists.selectMonthRecord(dates);
+    EXPECT_EQ(run(admin, QStringList{u"--csv"_s} + common + QStringList{u"list"_s, u"month"_s, u"2024-06"_s},
+                  &code),
+              listTableText(lists.table(), true));
+    lists.startSearch(dates, u"NAME"_s, u"visitor1"_s);
+    EXPECT_EQ(lists.table().listedCount(), 1);
+    EXPECT_EQ(run(admin, common + QStringList{u"search"_s, u"2024-06"_s, u"NAME"_s, u"visitor1"_s}, &code),
+              listTableText(lists.table(), false));
+    const QString onsite = run(admin, QStringList{u"--csv"_s} + common + QStringList{u"onsite"_s}, &code);
+    EXPECT_EQ(code, 0);
+    EXPECT_TRUE(desk.folder.exists(u"Status/240615.vdf"_s));
+    lists.showDayStatus();
+    EXPECT_EQ(onsite, listTableText(lists.table(), true));
+    EXPECT_TRUE(onsite.contains(u"\"Old, \"\"Pass\"\" Ltd\""_s)) << onsite.toStdString();
+
+    QString err;
+    EXPECT_EQ(run(admin, common + QStringList{u"list"_s, u"day"_s, u"2024-07-01"_s}, &code, &err), QString());
+    EXPECT_EQ(code, 1);
+    EXPECT_TRUE(err.contains(u"No Visitor Bookings for this DATE have been found"_s)) << err.toStdString();
+    run(admin, common + QStringList{u"list"_s, u"day"_s, u"15-06-2024"_s}, &code);
+    EXPECT_EQ(code, 2);
+    run(admin, common + QStringList{u"search"_s, u"2024-06"_s, u"SHOE SIZE"_s, u"x"_s}, &code);
+    EXPECT_EQ(code, 2);
+}
+
+} // namespace

@@ -1,0 +1,169 @@
+#include "lists/on_site_list.h"
+#include "lists_fixture.h"
+
+#include <QDir>
+
+using namespace porvane;
+using namespace porvane::test;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Today is 15 June 2024: today's slot is at column 1060 + 14 * 4 = 1116; marks at 991 and 996.
+struct OnSiteTest : ListsFixture {
+    const QString statusFile = u"Status/240615.vdf"_s;
+
+    QList<QByteArray> statusLines() const {
+        QList<QByteArray> lines = desk.folder.read(statusFile).split('\n');
+        if (!lines.isEmpty() && lines.last().isEmpty())
+            lines.removeLast();
+        return lines;
+    }
+    static QByteArray marks(const QByteArray& line) { return line.mid(990, 10); }
+    // Sets the marks of every status line of regNo, as IN and OUT do.
+    void mark(const char* regNo, const char* in, const char* out) {
+        QByteArray bytes;
+        for (QByteArray line : statusLines()) {
+            if (line.startsWith(regNo)) {
+                line.replace(990, 5, in);
+                line.replace(995, 5, out);
+            }
+            bytes += line + '\n';
+        }
+        desk.folder.write(statusFile, bytes);
+    }
+};
+
+TEST_F(OnSiteTest, rebuildTakesTodaysTimesAndCoveringPassesFromThirteenMonths) {
+    writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000001"}, {14, "Today"}, {1116, "1000"}}),
+                                      handLine({{1, "240601000002"}, {14, "Tomorrow"}, {1120, "1000"}})});
+    // A pass recorded three months ago that runs until next week; its slot for "the 15th" is March's.
+    writeLines(
+        u"Record/2403.vrf"_s,
+        {handLine(
+            {{1, "240301000003"}, {14, "March"}, {936, "01-03-2024"}, {947, "20-06-2024"}, {1116, "0800"}})});
+    // Seven months back is never read.
+    writeLines(u"Record/2311.vrf"_s,
+               {handLine({{1, "231101000004"}, {14, "Old"}, {936, "01-11-2023"}, {947, "31-12-2024"}})});
+    writeLines(u"Record/2412.vrf"_s,
+               {handLine({{1, "241201000005"}, {14, "Ahead"}, {936, "01-06-2024"}, {947, "31-12-2024"}})});
+
+    EXPECT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+    EXPECT_EQ(desk.state.listMode, ListMode::OnSite);
+    EXPECT_TRUE(lists.view().inOutEnabled);
+    // Months in scan order: six before today's, today's, six after.
+    EXPECT_EQ(column(0), (QStringList{u"240301000003"_s, u"240601000001"_s, u"241201000005"_s}));
+    EXPECT_EQ(column(5), (QStringList{u"  -  "_s, u"10:00"_s, u"  -  "_s}));
+    const QList<QByteArray> lines = statusLines();
+    ASSERT_EQ(lines.size(), 3);
+    for (const QByteArray& l : lines) {
+        EXPECT_TRUE(l.endsWith('\r'));
+        EXPECT_EQ(marks(l), "  -    -  ");
+    }
+    EXPECT_EQ(lists.table().rowColour(1), QColor(0xDF, 0xE7, 0xF9));
+}
+
+TEST_F(OnSiteTest, marksSurviveRebuildByRegNo_firstOfTwoLinesOnly) {
+    writeLines(u"Record/2406.vrf"_s,
+               {handLine({{1, "240601000001"}, {14, "Ann"}, {550, "Acme"}, {1116, "0900"}}),
+                handLine({{1, "240601000002"}, {14, "Twin"}, {1116, "0900"}}),
+                handLine({{1, "240601000002"}, {14, "Twin2"}, {1116, "0930"}})});
+    ASSERT_TRUE(lists.writeStatusList());
+    mark("240601000001", "09:05", "  -  ");
+    mark("240601000002", "09:10", "11:00");
+
+    // The booking changes meanwhile; its line in the month file carries blank marks.
+    writeLines(u"Record/2406.vrf"_s,
+               {handLine({{1, "240601000001"}, {14, "Ann"}, {550, "Acme NEW"}, {1116, "0900"}}),
+                handLine({{1, "240601000002"}, {14, "Twin"}, {1116, "0900"}}),
+                handLine({{1, "240601000002"}, {14, "Twin2"}, {1116, "0930"}})});
+    ASSERT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
+    const QList<QByteArray> lines = statusLines();
+    ASSERT_EQ(lines.size(), 3);
+    EXPECT_EQ(marks(lines[0]), "09:05  -  ");
+    EXPECT_EQ(lines[0].mid(549, 8), "Acme NEW");
+    EXPECT_EQ(marks(lines[1]), "09:1011:00");
+    EXPECT_EQ(marks(lines[2]), QByteArray(10, ' ')); // the second line of the RegNo keeps the month file's
+    EXPECT_EQ(column(6), (QStringList{u"09:05"_s, u"09:10"_s, u"  -  "_s}));
+    EXPECT_EQ(column(7), (QStringList{u"  -  "_s, u"11:00"_s, u"  -  "_s}));
+}
+
+TEST_F(OnSiteTest, arrivalAndDepartureColours) {
+    writeLines(
+        u"Status/240615.vdf"_s,
+        {handLine({{1, "240601000001"}, {991, "09:05"}, {996, "  -  "}}),   // on site
+         handLine({{1, "240601000002"}, {991, "09:00"}, {996, "17:00"}}),   // gone
+         handLine({{1, "240601000003"}, {991, "22:00"}, {996, "01:00"}}),   // past midnight: still on site
+         handLine({{1, "240601000004"}, {991, "  -  "}, {996, "  -  "}})}); // not arrived
+    const BuiltList built = OnSiteList::build(desk.state.dataPath(), QDate(2024, 6, 15));
+    ASSERT_TRUE(built.error.ok());
+    const ListTable& t = built.table;
+    ASSERT_EQ(t.listedCount(), 4);
+    const std::pair<TextColour, TextColour> expected[] = {{TextColour::Grey, TextColour::Green},
+                                                          {TextColour::Red, TextColour::Black},
+                                                          {TextColour::Grey, TextColour::Green},
+                                                          {TextColour::Black, TextColour::Black}};
+    for (int r = 0; r < 4; ++r) {
+        EXPECT_EQ(t.textColour(r, 6), expected[r].first) << r;
+        EXPECT_EQ(t.textColour(r, 7), expected[r].second) << r;
+    }
+    EXPECT_EQ(t.text(2, 6), u"22:00");
+    EXPECT_EQ(t.text(2, 7), u"01:00");
+    EXPECT_EQ(textColourValue(TextColour::Green), QColor(0, 0x80, 0));
+}
+
+TEST_F(OnSiteTest, nobodyDueWritesAnEmptyFileAndListsNothingWithoutAMessage) {
+    writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000001"}, {1120, "1000"}})});
+    EXPECT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+    EXPECT_TRUE(desk.folder.exists(statusFile));
+    EXPECT_TRUE(desk.folder.read(statusFile).isEmpty());
+    EXPECT_EQ(desk.state.ListedCount, 0);
+    EXPECT_EQ(lists.table().gridRowCount(), 50);
+}
+
+TEST_F(OnSiteTest, damagedStatusFileIsRebuiltWhole) {
+    writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000001"}, {14, "Ann"}, {1116, "0900"}}),
+                                      handLine({{1, "240601000002"}, {14, "Bob"}, {1116, "0900"}})});
+    // A torn file: one short line with the RegNo, garbage, no final line end.
+    desk.folder.write(statusFile,
+                      handLine({{1, "240601000002"}, {14, "Bob"}}, 400) + "\r\n\x01\x02\r\n240601");
+    EXPECT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
+    const QList<QByteArray> lines = statusLines();
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_EQ(lines[0].size(), 1187); // 1186 and CR
+    EXPECT_EQ(marks(lines[1]), QByteArray(10, ' '));
+    EXPECT_EQ(column(1), (QStringList{u"Ann"_s, u"Bob"_s}));
+}
+
+TEST_F(OnSiteTest, unreadableMonthFileLeavesTheStatusFileAsItWas) {
+    writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000001"}, {1116, "0900"}})});
+    const QByteArray before =
+        handLine({{1, "240601000009"}, {14, "Kept"}, {991, "08:00"}, {996, "  -  "}}) + "\r\n";
+    desk.folder.write(statusFile, before);
+    QDir().mkpath(desk.folder.path(u"Record/2404.vrf"_s)); // exists, cannot be read as a file
+
+    EXPECT_EQ(lists.showDayStatus(), GridLists::Outcome::Failed);
+    EXPECT_EQ(desk.state.mainTitle, u"Tarnwell Solutions Porvane 90  [ Error: 2185 Write List ]");
+    EXPECT_EQ(desk.folder.read(statusFile), before);
+    // The old file is still listed.
+    EXPECT_EQ(column(1), QStringList{u"Kept"_s});
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+}
+
+TEST_F(OnSiteTest, missingStatusFileOrFolder) {
+    // The rebuild cannot write without the Status folder: an error in the title, and the listing that
+    // follows finds no folder either.
+    QDir(desk.folder.path(u"Status"_s)).removeRecursively();
+    EXPECT_EQ(lists.showDayStatus(), GridLists::Outcome::Failed);
+    EXPECT_EQ(desk.state.mainTitle, u"Tarnwell Solutions Porvane 90  [ Error: 2186 in Day List ]");
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+
+    // A status file that is missing when it is listed is the desk's message.
+    QDir().mkpath(desk.folder.path(u"Status"_s));
+    const BuiltList built = OnSiteList::build(desk.state.dataPath(), QDate(2024, 6, 15));
+    EXPECT_EQ(built.error.number, FileError::FileNotFound);
+}
+
+} // namespace

@@ -1,0 +1,214 @@
+#include "passes/pass_issue.h"
+#include "test_desk.h"
+
+#include <gtest/gtest.h>
+
+using namespace porvane;
+
+namespace {
+
+struct PassDesk : test::TestDesk {
+    PassIssue pass{state};
+
+    PassDesk()
+        : TestDesk(QDateTime(QDate(2026, 11, 14), QTime(9, 5, 41))) {
+        state.settings.SiteName = QStringLiteral("Harbour Works");
+        state.record[Field::RegNo] = QStringLiteral("261114090000");
+        state.record[Field::FirstName] = QStringLiteral("Ada");
+        state.record[Field::LastName] = QStringLiteral("Quist");
+        state.record[Field::Organisation] = QStringLiteral("Quist Surveys");
+        state.record[Field::Department] = QStringLiteral("ENGINEERING");
+    }
+    void setToday(int y, int m, int d) { clock.set(QDateTime(QDate(y, m, d), QTime(9, 5))); }
+};
+
+} // namespace
+
+TEST(PassIssue, opensAsATodayDayPassWithTheIssueStampAndPreview) {
+    PassDesk d;
+    d.state.settings.ckEnbl_BarOP = QStringLiteral("1");
+    d.state.PassWindowChanged = true;
+    d.state.RemovePassRequested = true;
+    d.pass.open();
+    const auto& v = d.pass.view();
+    EXPECT_EQ(d.state.pass.PassIssueStamp, u"14-11-2026 at 09:05");
+    EXPECT_EQ(v.PassTimeTB, u"14-11-2026 at 09:05");
+    EXPECT_EQ(d.state.pass.PassStartDate, u"14-11-2026");
+    EXPECT_EQ(d.state.pass.PassPeriodCode, u"1D");
+    EXPECT_EQ(v.PASSValidTB, u"DAY PASS  14 NOV 2026");
+    EXPECT_EQ(v.laDayNotice, u"PRINTING PASS ONLY VALID TODAY");
+    EXPECT_EQ(v.PassNameTB, u"Ada Quist");
+    EXPECT_EQ(v.PassRegOPTB, u"No. 261114090000");
+    EXPECT_EQ(v.FirmNameTB, u"HARBOUR WORKS");
+    EXPECT_EQ(v.laBC, u"*261114090000*");
+    EXPECT_TRUE(v.laBCVisible);
+    EXPECT_TRUE(v.LogoImage.isEmpty());
+    EXPECT_TRUE(v.printEnabled);
+    EXPECT_FALSE(v.removeEnabled);
+    EXPECT_FALSE(d.state.RemovePassRequested);
+    EXPECT_FALSE(d.state.PassWindowChanged);
+    EXPECT_TRUE(v.PassPortIma.endsWith(u"_PSF/IRender/currentfile.bmp"));
+}
+
+TEST(PassIssue, aRecordClaimingAMissingPhotoIsCorrectedOnOpening) {
+    PassDesk d;
+    d.state.record[Field::PhotoOnFile] = QStringLiteral("1");
+    d.state.record[Field::PassIssued] = QStringLiteral("01-11-2026 at 10:00");
+    d.state.settings.ckDisPassPrn = QStringLiteral("1");
+    d.state.settings.ckEnbl_PrnLogo = QStringLiteral("1");
+    d.pass.open();
+    EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"0");
+    EXPECT_TRUE(d.state.PassWindowChanged);
+    EXPECT_FALSE(d.state.pass.PassPhotoShown);
+    EXPECT_TRUE(d.pass.view().removeEnabled);
+    EXPECT_FALSE(d.pass.view().printEnabled);
+    EXPECT_TRUE(d.pass.view().LogoImage.endsWith(u"_PSF/IRender/OurPassLogo.bmp"));
+}
+
+TEST(PassIssue, endDatesFollowTheCalendar) {
+    struct Case {
+        QDate today;
+        const char* number;
+        const char* period;
+        const char* end;
+        const char* code;
+        const char* valid;
+    };
+    const Case cases[] = {
+        {QDate(2026, 11, 14), "ONE", "Week", "21-11-2026", "1W", "Valid Until:  21 NOV 2026"},
+        {QDate(2026, 1, 31), "ONE", "Month", "28-02-2026", "1M", "Valid Until:  28 FEB 2026"},
+        {QDate(2026, 11, 14), "THREE", "Day", "17-11-2026", "3D", "Valid Until:  17 NOV 2026"},
+        {QDate(2026, 11, 14), "ONE", "Day", "15-11-2026", "1D", "DAY PASS  14 NOV 2026"},
+        {QDate(2026, 12, 28), "SIX", "Week", "08-02-2027", "6W", "Valid Until:  08 FEB 2027"},
+        {QDate(2028, 1, 31), "ONE", "Month", "29-02-2028", "1M", "Valid Until:  29 FEB 2028"},
+    };
+    for (const Case& c : cases) {
+        PassDesk d;
+        d.setToday(c.today.year(), c.today.month(), c.today.day());
+        d.pass.open();
+        d.pass.choose(QString::fromLatin1(c.number), QString::fromLatin1(c.period));
+        EXPECT_EQ(d.state.pass.PassEndDate, QString::fromLatin1(c.end)) << c.number << ' ' << c.period;
+        EXPECT_EQ(d.state.pass.PassPeriodCode, QString::fromLatin1(c.code));
+        EXPECT_EQ(d.pass.view().PASSValidTB, QString::fromLatin1(c.valid));
+        EXPECT_TRUE(d.prompter.messages().isEmpty());
+    }
+}
+
+TEST(PassIssue, aLaterStartDayMovesTheEndAndAPastDayIsRefused) {
+    PassDesk d;
+    d.pass.open();
+    d.pass.choose(QStringLiteral("TWO"), QStringLiteral("Week"));
+    d.pass.toggleCalendar();
+    EXPECT_TRUE(d.pass.view().calendarShown);
+
+    EXPECT_TRUE(d.pass.pickCalendarDay(QDate(2026, 11, 20)));
+    EXPECT_FALSE(d.pass.view().calendarShown);
+    EXPECT_EQ(d.state.pass.PassStartDate, u"20-11-2026");
+    EXPECT_EQ(d.pass.view().PassDateTB, u"20-11-2026");
+    EXPECT_EQ(d.state.pass.PassEndDate, u"04-12-2026");
+    EXPECT_EQ(d.pass.view().laDayNotice, u"PRINTING PASS");
+
+    EXPECT_FALSE(d.pass.pickCalendarDay(QDate(2026, 11, 13)));
+    ASSERT_EQ(d.prompter.messages().size(), 1);
+    EXPECT_EQ(d.prompter.last().text, u"You Cannot Issue a Pass DATED BEFORE Today");
+    EXPECT_EQ(d.prompter.last().title, u"Porvane 90");
+    EXPECT_EQ(d.prompter.last().icon, Icon::Exclamation);
+    EXPECT_EQ(d.pass.view().PASSValidTB, u"I N V A L I D");
+    EXPECT_EQ(d.state.pass.PassEndDate, u"04-12-2026"); // not computed on
+
+    EXPECT_TRUE(d.pass.pickCalendarDay(QDate(2026, 11, 14)));
+    EXPECT_EQ(d.state.pass.PassEndDate, u"28-11-2026");
+    EXPECT_EQ(d.prompter.messages().size(), 1);
+}
+
+TEST(PassIssue, aOneDayPassIsAlwaysForTodayAndHasNoCalendar) {
+    PassDesk d;
+    d.pass.open();
+    d.pass.choose(QStringLiteral("TWO"), QStringLiteral("Day"));
+    d.pass.pickCalendarDay(QDate(2026, 11, 25));
+    EXPECT_EQ(d.state.pass.PassEndDate, u"27-11-2026");
+    d.pass.choosePassNumber(QStringLiteral("ONE"));
+    EXPECT_EQ(d.pass.view().PassTodayTB, u"Today");
+    EXPECT_EQ(d.state.pass.PassStartDate, u"14-11-2026");
+    EXPECT_EQ(d.state.pass.PassEndDate, u"15-11-2026");
+    d.pass.toggleCalendar();
+    EXPECT_FALSE(d.pass.view().calendarShown);
+    EXPECT_EQ(d.prompter.last().text, u"You can only Issue/Print a Day Pass for TODAY");
+}
+
+TEST(PassIssue, anUnknownPeriodChangesNothing) {
+    PassDesk d;
+    d.pass.open();
+    d.pass.choose(QStringLiteral("FOUR"), QStringLiteral("Month"));
+    d.pass.choose(QStringLiteral("TWO"), QStringLiteral("Fortnight"));
+    EXPECT_EQ(d.prompter.last().text, u"ATTENTION: No VALID Date selected - Try selecting again");
+    EXPECT_EQ(d.state.pass.PassCount, 4);
+    EXPECT_EQ(d.state.pass.PassPeriodCode, u"4M");
+    EXPECT_EQ(d.state.pass.PassEndDate, u"14-03-2027");
+}
+
+TEST(PassIssue, periodCodesInWords) {
+    EXPECT_EQ(passPeriodWords(QStringLiteral("1D")), u"1 Day");
+    EXPECT_EQ(passPeriodWords(QStringLiteral("2W")), u"2 Weeks");
+    EXPECT_EQ(passPeriodWords(QStringLiteral("3M")), u"3 Months");
+    EXPECT_EQ(passPeriodWords(QStringLiteral("1w")), u"1 Week");
+    EXPECT_EQ(passPeriodWords(QStringLiteral("6d")), u"6 Days");
+    EXPECT_EQ(passPeriodWords(QStringLiteral("2X")), u"[ Unknown ]");
+    EXPECT_EQ(passPeriodWords(QStringLiteral("          ")), u"[ Unknown ]");
+    EXPECT_EQ(passPeriodWords(QString()), u"[ Unknown ]");
+}
+
+TEST(PassIssue, removalAskedOnCloseYesClosesNoAndCancelKeepTheWindow) {
+    for (Answer answer : {Answer::Yes, Answer::No, Answer::Cancel}) {
+        PassDesk d;
+        d.state.record[Field::PassStart] = QStringLiteral("14-11-2026");
+        d.state.record[Field::PassEnd] = QStringLiteral("28-11-2026");
+        d.state.record[Field::PassPeriod] = QStringLiteral("2W");
+        d.state.record[Field::PassIssued] = QStringLiteral("14-11-2026 at 08:55");
+        d.pass.open();
+        EXPECT_TRUE(d.pass.confirmClose()); // no removal asked for: closes quietly
+        EXPECT_TRUE(d.prompter.messages().isEmpty());
+
+        d.pass.requestRemoval();
+        d.prompter.queue(answer);
+        const bool closes = d.pass.confirmClose();
+        ASSERT_EQ(d.prompter.messages().size(), 1);
+        const auto& m = d.prompter.last();
+        EXPECT_EQ(m.text, u"This will REMOVE the pass record for Ada Quist\r\n\r\n"
+                          u"Start Date: 14-11-2026   Pass Ends: 28-11-2026\r\n"
+                          u"Pass Issued: 14-11-2026 at 08:55 for 2 Weeks\r\n"
+                          u"Quist Surveys  [ 261114090000 ]\r\n\r\n"
+                          u"Do you wish to proceed ?");
+        EXPECT_EQ(m.buttons, Buttons::YesNoCancel);
+        EXPECT_EQ(m.icon, Icon::Question);
+        EXPECT_EQ(closes, answer == Answer::Yes);
+        EXPECT_EQ(d.state.RemovePassRequested, answer == Answer::Yes);
+    }
+}
+
+TEST(PassIssue, photoMarksAreTakenOnceOnActivation) {
+    PassDesk d;
+    d.pass.open();
+    d.state.JustAttachedMark = true;
+    d.pass.reloadPhoto();
+    EXPECT_TRUE(d.state.pass.PassPhotoShown);
+    EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"1");
+    EXPECT_TRUE(d.state.PassWindowChanged);
+    EXPECT_FALSE(d.state.JustAttachedMark);
+    EXPECT_TRUE(d.pass.view().PassPortIma.endsWith(u"photo/2611/261114090000_Ada_Quist.bmp"));
+
+    d.state.PassWindowChanged = false;
+    d.state.JustDeletedMark = true;
+    d.pass.reloadPhoto();
+    EXPECT_FALSE(d.state.pass.PassPhotoShown);
+    EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"0");
+    EXPECT_TRUE(d.state.PassWindowChanged);
+    EXPECT_FALSE(d.state.JustDeletedMark);
+
+    d.state.PassWindowChanged = false;
+    d.state.JustCapturedMark = true;
+    d.pass.reloadPhoto();
+    EXPECT_TRUE(d.state.pass.PassPhotoShown);
+    EXPECT_FALSE(d.state.PassWindowChanged); // a capture alone does not mark the window changed
+    EXPECT_FALSE(d.state.JustCapturedMark);
+}

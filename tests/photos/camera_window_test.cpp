@@ -1,0 +1,29 @@
+#include "photos/camera_window.h"
+#include "test_desk.h"
+
+#include <QCameraDevice>
+#include <QComboBox>
+#include <QMediaDevices>
+#include <QPushButton>
+#include <gtest/gtest.h>
+
+using namespace porvane;
+
+TEST(CameraWindow, withoutACameraSaysSoAndSnapsNothing) {
+    if (!QMediaDevices::videoInputs().isEmpty())
+        GTEST_SKIP() << "a camera is attached";
+    test::TestDesk d(QDateTime(QDate(2026, 11, 14), QTime(10, 0)));
+    d.state.record[Field::RegNo] = QStringLiteral("261114100000");
+    d.state.JustCapturedMark = true;
+    CameraWindow window(d.state);
+    EXPECT_EQ(window.findChild<QComboBox*>(QStringLiteral("cbDriver"))->currentText(), u"<none>");
+    ASSERT_EQ(d.prompter.messages().size(), 1);
+    EXPECT_EQ(d.prompter.last().text, u"Problem: Porvane Can't detect a Working Camera");
+    EXPECT_FALSE(d.state.JustCapturedMark);
+    EXPECT_FALSE(window.findChild<QPushButton*>(QStringLiteral("cmdEnterSetup"))->isVisibleTo(&window));
+
+    window.findChild<QPushButton*>(QStringLiteral("cmdSaveDIB"))->click();
+    EXPECT_EQ(d.prompter.messages().size(), 2); // says why there is no photo
+    EXPECT_FALSE(d.state.JustCapturedMark);
+    EXPECT_FALSE(d.folder.exists(QStringLiteral("photo/2611")));
+}

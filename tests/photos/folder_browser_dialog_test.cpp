@@ -1,0 +1,57 @@
+#include "photos/folder_browser_dialog.h"
+
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+using namespace porvane;
+
+namespace {
+
+// Runs the dialog modally and presses one of its buttons once it is up.
+void runAndPress(FolderBrowserDialog& dialog, const char* button) {
+    QTimer::singleShot(0, &dialog, [&dialog, button] {
+        dialog.findChild<QPushButton*>(QString::fromLatin1(button))->click();
+    });
+    dialog.exec();
+}
+
+} // namespace
+
+TEST(FolderBrowser, cancelKeepsThePathAndOkReturnsTheSelectedFolder) {
+    QTemporaryDir root;
+    const QString deep =
+        root.path() + QStringLiteral("/Porvanedata/a-rather-long-folder-name/and-another-one-below-it");
+    ASSERT_TRUE(QDir().mkpath(deep));
+
+    FolderBrowserDialog dialog;
+    dialog.BFFPath = root.path();
+    runAndPress(dialog, "cmdBFFCancel");
+    EXPECT_TRUE(dialog.BFFCancelled);
+    EXPECT_EQ(dialog.BFFPath, root.path());
+
+    dialog.BFFPath = deep;
+    runAndPress(dialog, "cmdBFFOK");
+    EXPECT_FALSE(dialog.BFFCancelled);
+    EXPECT_EQ(dialog.BFFPath, deep);
+}
+
+TEST(FolderBrowser, onlyAPathWiderThanTheBoxGetsATooltip) {
+    QTemporaryDir root;
+    const QString deep =
+        root.path() + QStringLiteral("/a-rather-long-folder-name/and-another-one-below-it/and-more");
+    ASSERT_TRUE(QDir().mkpath(deep));
+    FolderBrowserDialog dialog;
+    dialog.resize(420, 460);
+    dialog.show();
+    auto* box = dialog.findChild<QLineEdit*>(QStringLiteral("txtBFFSelectedF"));
+    dialog.selectPath(deep);
+    EXPECT_EQ(box->text(), deep);
+    EXPECT_EQ(box->toolTip(), deep);
+    dialog.selectPath(QDir::rootPath());
+    EXPECT_EQ(box->text(), QDir::rootPath());
+    EXPECT_TRUE(box->toolTip().isEmpty());
+}

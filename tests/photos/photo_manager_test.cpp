@@ -1,0 +1,206 @@
+#include "photos/photo_files.h"
+#include "photos/photo_manager.h"
+#include "test_desk.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace porvane;
+using porvane::test::handLine;
+
+namespace {
+
+struct PhotoDesk : test::TestDesk {
+    PhotoManager photos{state};
+
+    PhotoDesk()
+        : TestDesk(QDateTime(QDate(2026, 11, 14), QTime(10, 0))) {
+        // Two bookings of November, one with a time booked on the 14th.
+        folder.write(
+            QStringLiteral("Record/2611.vrf"),
+            handLine({{1, "261103090000"}, {14, "Ada"}, {31, "Quist"}, {550, "Quist Surveys"}}) + "\r\n" +
+                handLine({{1, "261105101010"},
+                          {14, "Bert"},
+                          {31, "Rowe"},
+                          {550, "Rowe & Sons"},
+                          {969, "14-11-2026 at 08:00"},
+                          {1060 + 4 * 13, "0930"}}) +
+                "\r\n" + handLine({{1, "261106111111"}, {14, "Cy"}, {31, "Nophoto"}, {550, "Elsewhere"}}) +
+                "\r\n");
+        photo("photo/2611/261103090000_Ada_Quist.bmp", 5000);
+        photo("photo/2611/261105101010_Bert_Rowe.bmp", 6000);
+    }
+    void photo(const char* relative, int bytes) const {
+        folder.write(QString::fromLatin1(relative), QByteArray(bytes, 'x'));
+    }
+    void current(const char* regNo, const char* first, const char* last, const char* org) {
+        state.record[Field::RegNo] = QString::fromLatin1(regNo);
+        state.record[Field::FirstName] = QString::fromLatin1(first);
+        state.record[Field::LastName] = QString::fromLatin1(last);
+        state.record[Field::Organisation] = QString::fromLatin1(org);
+    }
+    QStringList photoFiles(const char* month) const {
+        return QDir(folder.path(QStringLiteral("photo/") + QString::fromLatin1(month)))
+            .entryList(QDir::Files);
+    }
+};
+
+} // namespace
+
+TEST(PhotoList, listsBookingsWhosePhotoExistsByMonthDayOrText) {
+    PhotoDesk d;
+    const QList<PhotoRow> month = d.photos.list({QStringLiteral("2611"), QStringLiteral("2612")});
+    ASSERT_EQ(month.size(), 2);
+    EXPECT_EQ(month[0].regNo, u"261103090000");
+    EXPECT_EQ(month[0].name, u"Ada Quist");
+    EXPECT_EQ(month[1].organisation, u"Rowe & Sons");
+    EXPECT_EQ(month[1].passIssued, u"14-11-2026 at 08:00");
+    EXPECT_EQ(month[0].age, u"< 1 Hour"); // written moments ago, seen at a clock set earlier
+    EXPECT_EQ(PhotoManager::countLine(month.size()), u"2 Photos Found");
+
+    const QList<PhotoRow> day = d.photos.list({QStringLiteral("2611")}, 14);
+    ASSERT_EQ(day.size(), 1);
+    EXPECT_EQ(day[0].regNo, u"261105101010");
+    EXPECT_EQ(PhotoManager::countLine(day.size()), u"One Photo Found");
+    EXPECT_EQ(PhotoManager::countLine(d.photos.list({QStringLiteral("2611")}, 15).size()),
+              u"No Photos Found");
+
+    const QList<PhotoRow> found = d.photos.find({QStringLiteral("2611")}, QStringLiteral("quist"));
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found[0].firstName, u"Ada");
+    EXPECT_EQ(d.photos.find({QStringLiteral("2611")}, QStringLiteral("sons")).size(), 1);
+}
+
+TEST(PhotoList, readOnlyPhotoHasTheZeroFileTime) {
+    PhotoDesk d;
+    const QString path = d.folder.path(QStringLiteral("photo/2611/261103090000_Ada_Quist.bmp"));
+    QFile::setPermissions(path, QFileDevice::ReadOwner);
+    const PhotoFileTime t = photoFileTime(path);
+    if (QFile(path).open(QIODevice::ReadWrite))
+        GTEST_SKIP() << "running with rights that ignore file permissions";
+    EXPECT_EQ(t.date, u"01/01/1601");
+    EXPECT_FALSE(t.moment.isValid());
+}
+
+TEST(PhotoAge, boundaries) {
+    const QDateTime now(QDate(2026, 11, 14), QTime(10, 0));
+    auto ageAt = [&](const QDateTime& taken) {
+        return photoAge(taken, now);
+    };
+    EXPECT_EQ(ageAt(now.addSecs(-30 * 60)), u"< 1 Hour");
+    EXPECT_EQ(ageAt(now.addSecs(-3600)), u"1 Hour");
+    EXPECT_EQ(ageAt(now.addSecs(-23 * 3600 - 59 * 60)), u"23 Hours");
+    EXPECT_EQ(ageAt(now.addDays(-1)), u"1 Day");
+    EXPECT_EQ(ageAt(now.addDays(-20)), u"20 Days");
+    EXPECT_EQ(ageAt(now.addMonths(-1)), u"1 Month");
+    EXPECT_EQ(ageAt(now.addMonths(-1).addSecs(60)), u"30 Days"); // one month less a minute
+    EXPECT_EQ(ageAt(now.addMonths(-12)), u"12 Months");
+    EXPECT_EQ(ageAt(now.addMonths(-13)), u"> 1 Year");
+    EXPECT_EQ(ageAt(now.addMonths(-24)), u"> 1 Year");
+    EXPECT_EQ(ageAt(now.addMonths(-25)), u"> 2 Years");
+}
+
+TEST(PhotoShow, aPhotoOverTheLimitIsRefused) {
+    PhotoDesk d;
+    d.photo("photo/2611/261103090000_Ada_Quist.bmp", 100000);
+    d.photo("photo/2611/261105101010_Bert_Rowe.bmp", 100001);
+    const QList<PhotoRow> rows = d.photos.list({QStringLiteral("2611")});
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(d.photos.show(rows[0]), rows[0].path);
+    EXPECT_TRUE(d.prompter.messages().isEmpty());
+    EXPECT_EQ(d.photos.show(rows[1]), d.folder.appPath() + QStringLiteral("_PSF/IRender/currentfile.bmp"));
+    ASSERT_EQ(d.prompter.messages().size(), 1);
+    EXPECT_EQ(d.prompter.last().text, u"Video Setup Error: Resolution settings are too high for Porvane");
+    EXPECT_EQ(d.prompter.last().title, u"Porvane 90");
+}
+
+TEST(PhotoAttach, copiesIntoANewMonthFolderAndNeverMoves) {
+    PhotoDesk d;
+    d.current("261201080000", "Ada", "Quist", "Quist Surveys");
+    const PhotoRow ada = d.photos.list({QStringLiteral("2611")}).at(0);
+    d.prompter.queue(Answer::Yes);
+    ASSERT_TRUE(d.photos.attach(ada));
+    ASSERT_EQ(d.prompter.messages().size(), 1); // same name: only the confirmation
+    EXPECT_EQ(
+        d.prompter.last().text,
+        u"This will attach the following photo to the Current File: \r\n\r\nThe Photo for: \r\n"
+        u"Ada Quist  [ 261103090000 ] - (Quist Surveys)\r\n\r\nWill attach to, and be used for:\r\n"
+        u"Ada Quist  [ 261201080000 ] - (Quist Surveys)\r\n\r\n"
+        u"Please note: Attaching a photo in this way will not detach it from the original file, a new copy "
+        u"photo will be created so that each file will have its own (identical) photo.  Do you wish to "
+        u"proceed?");
+    EXPECT_EQ(d.prompter.last().buttons, Buttons::YesNoCancel);
+    EXPECT_EQ(d.folder.read(QStringLiteral("photo/2612/261201080000_Ada_Quist.bmp")), QByteArray(5000, 'x'));
+    EXPECT_TRUE(d.folder.exists(QStringLiteral("photo/2611/261103090000_Ada_Quist.bmp")));
+    EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"1");
+    EXPECT_TRUE(d.state.JustAttachedMark);
+}
+
+TEST(PhotoAttach, aDifferentNameIsAskedAboutAndEitherNoStops) {
+    for (Answer first : {Answer::No, Answer::Yes}) {
+        PhotoDesk d;
+        d.current("261107120000", "Ann", "Other", "Else Ltd");
+        const PhotoRow bert = d.photos.list({QStringLiteral("2611")}).at(1);
+        d.prompter.queue(first);
+        if (first == Answer::Yes)
+            d.prompter.queue(Answer::Cancel);
+        EXPECT_FALSE(d.photos.attach(bert));
+        EXPECT_EQ(d.prompter.messages().at(0).text, u"This will attach a photo to an individual with a "
+                                                    u"different name!  \r\nDo you still wish to proceed?");
+        EXPECT_EQ(d.prompter.messages().size(), first == Answer::Yes ? 2 : 1);
+        EXPECT_EQ(d.photoFiles("2611").size(), 2);
+        EXPECT_FALSE(d.state.JustAttachedMark);
+    }
+}
+
+TEST(PhotoAttach, anUnreadablePhotoIsReported) {
+    PhotoDesk d;
+    d.current("261103090000", "Ada", "Quist", "Quist Surveys");
+    PhotoRow gone = d.photos.list({QStringLiteral("2611")}).at(0);
+    QFile::remove(gone.path);
+    d.prompter.queue(Answer::Yes);
+    EXPECT_FALSE(d.photos.attach(gone));
+    EXPECT_EQ(d.prompter.last().text, u"Can't attach photo: The file may be locked by another application");
+}
+
+TEST(PhotoDelete, byPatternRemovesAPhotoOrphanedByARename) {
+    PhotoDesk d;
+    // Taken before Ada was renamed: the name no longer matches the booking's photo path.
+    d.photo("photo/2611/261103090000_Adah_Quist.bmp", 4000);
+    d.current("261103090000", "Ada", "Quist", "Quist Surveys");
+    d.state.record[Field::PhotoOnFile] = QStringLiteral("1");
+    const PhotoRow ada = d.photos.list({QStringLiteral("2611")}).at(0);
+
+    d.prompter.queue(Answer::Cancel);
+    EXPECT_TRUE(d.photos.deleteOne(ada).isEmpty());
+    EXPECT_EQ(d.photoFiles("2611").size(), 3);
+
+    d.prompter.queue(Answer::Ok);
+    EXPECT_EQ(d.photos.deleteOne(ada), u"Photo Deleted");
+    EXPECT_EQ(d.prompter.last().text, u"This will permanently delete the photo for Ada Quist");
+    EXPECT_EQ(d.photoFiles("2611"), QStringList{QStringLiteral("261105101010_Bert_Rowe.bmp")});
+    EXPECT_TRUE(d.state.JustDeletedMark);
+    EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"0");
+}
+
+TEST(PhotoDelete, allListedReportsWhatRemains) {
+    PhotoDesk d;
+    const QList<PhotoRow> rows = d.photos.list({QStringLiteral("2611")});
+    d.prompter.queue(Answer::Ok);
+    EXPECT_EQ(d.photos.deleteListed(rows), u"Photos Deleted");
+    EXPECT_EQ(d.prompter.last().text, u"This will permanently delete ALL PHOTOS currently listed");
+    EXPECT_TRUE(d.photoFiles("2611").isEmpty());
+
+    // A folder that refuses deletions leaves every photo in place.
+    PhotoDesk locked;
+    const QList<PhotoRow> all = locked.photos.list({QStringLiteral("2611")});
+    const QString folder = locked.folder.path(QStringLiteral("photo/2611"));
+    QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    locked.prompter.queue(Answer::Ok);
+    const QString status = locked.photos.deleteListed(all);
+    QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    if (locked.photoFiles("2611").isEmpty())
+        GTEST_SKIP() << "running with rights that ignore folder permissions";
+    EXPECT_EQ(status, u"2 items could not be deleted, these may be locked or already removed");
+}

@@ -1,0 +1,204 @@
+#include "app/app_state.h"
+#include "settings/settings_file.h"
+#include "test_desk.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+#include <sodium.h>
+#include <unistd.h>
+
+using namespace porvane;
+using namespace porvane::test;
+
+namespace {
+
+// The cipher as the file format defines it: XChaCha20 XOR, key BLAKE2b-256 and nonce BLAKE2b-192 of the key
+// text. Written out here so that a change to the program's cipher breaks these tests.
+QByteArray xorCipher(QByteArray bytes) {
+    if (sodium_init() < 0)
+        ADD_FAILURE() << "libsodium cannot start";
+    const unsigned char keyText[] = "#&4k 7.Q~#";
+    unsigned char key[32];
+    unsigned char nonce[24];
+    crypto_generichash(key, 32, keyText, 10, nullptr, 0);
+    crypto_generichash(nonce, 24, keyText, 10, nullptr, 0);
+    auto* p = reinterpret_cast<unsigned char*>(bytes.data());
+    crypto_stream_xchacha20_xor(p, p, std::size_t(bytes.size()), nonce, key);
+    return bytes;
+}
+
+// The text at a 1-based column of a deciphered record.
+QByteArray at(const QByteArray& record, int column, int width) {
+    return record.mid(column - 1, width);
+}
+
+QByteArray padded(const QByteArray& text, int width) {
+    return text + QByteArray(width - text.size(), ' ');
+}
+
+struct SettingsFileTest : ::testing::Test {
+    TestDesk desk{QDateTime(QDate(2026, 3, 2), QTime(9, 0))};
+    TempDataFolder& folder = desk.folder;
+    AppState& state = desk.state;
+
+    QString file() const { return folder.appPath() + QStringLiteral("_PSF/PSystem/twsabusr.dat"); }
+    QByteArray fileBytes() const {
+        QFile f(file());
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    void writeFile(const QByteArray& bytes) const {
+        QDir().mkpath(folder.appPath() + QStringLiteral("_PSF/PSystem"));
+        QFile f(file());
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(bytes);
+    }
+};
+
+TEST_F(SettingsFileTest, defaultsAreWrittenEncipheredAtTheirColumns) {
+    ASSERT_FALSE(ApplyDefaultSettings(state));
+    const QByteArray raw = fileBytes();
+    ASSERT_EQ(raw.size(), 3839);
+    const QByteArray record = xorCipher(raw);
+    EXPECT_NE(raw, record) << "the file must not hold the record in clear";
+
+    const QByteArray app = folder.appPath().toLatin1();
+    EXPECT_EQ(at(record, 100, 64), padded("PPP", 64));
+    EXPECT_EQ(at(record, 625, 255), padded(app + "Porvanedata", 255));
+    EXPECT_EQ(at(record, 925, 76), padded(app, 76));
+    EXPECT_EQ(at(record, 1001, 64), padded("Tarnwell Solutions", 64));
+    // The one-character options, on and off as a fresh installation has them.
+    EXPECT_EQ(at(record, 165, 2), "00");
+    EXPECT_EQ(at(record, 261, 1), "1");
+    EXPECT_EQ(at(record, 337, 1), "1");
+    EXPECT_EQ(at(record, 352, 1), "0");
+    EXPECT_EQ(at(record, 400, 1), "1");
+    EXPECT_EQ(at(record, 405, 1), "0");
+    EXPECT_EQ(at(record, 484, 1), "Y");
+    EXPECT_EQ(at(record, 525, 1), "1");
+    EXPECT_EQ(at(record, 565, 1), "1");
+    EXPECT_EQ(at(record, 600, 1), "1");
+    // Columns no setting uses are blanks.
+    EXPECT_EQ(at(record, 1, 99), QByteArray(99, ' '));
+    EXPECT_EQ(at(record, 1065, 135), QByteArray(135, ' '));
+    EXPECT_EQ(at(record, 1200, 1), "0");
+    EXPECT_EQ(at(record, 1201, 2639), QByteArray(2639, ' '));
+
+    // Read back, the defaults are what the desk runs on.
+    EXPECT_EQ(state.settings.SettingsPassword, u"PPP");
+    EXPECT_EQ(state.settings.DataPath, folder.appPath() + QStringLiteral("Porvanedata"));
+    EXPECT_EQ(state.settings.SystemPath, folder.appPath());
+    EXPECT_FALSE(state.settings.ReadOnlyMode());
+}
+
+TEST_F(SettingsFileTest, recordLaidOutByHandReadsEachSetting) {
+    writeFile(xorCipher(handLine({{100, "Gate 4 key   "},
+                                  {166, "1"},
+                                  {352, "1"},
+                                  {405, "1"},
+                                  {484, "N"},
+                                  {625, "  /srv/visitors  "},
+                                  {925, "/opt/porvane"},
+                                  {1001, "Harbour Works Ltd"}},
+                                 3839)));
+    const SettingsLoad load = LoadSettings(state);
+    EXPECT_EQ(load.status, SettingsLoad::Status::Loaded);
+    EXPECT_EQ(state.settings.SettingsPassword, u"Gate 4 key"); // trailing blanks gone, inner blank kept
+    EXPECT_EQ(state.settings.ckAllowExtCiPW, u"1");
+    EXPECT_TRUE(state.settings.DisableSingleDelete());
+    EXPECT_TRUE(state.settings.ReadOnlyMode());
+    EXPECT_EQ(state.settings.option484, u"N");
+    EXPECT_EQ(state.settings.DataPath, u"/srv/visitors");
+    EXPECT_EQ(state.settings.SystemPath, u"/opt/porvane");
+    EXPECT_EQ(state.settings.SiteName, u"Harbour Works Ltd");
+    EXPECT_EQ(state.settings.ckShowSplash, u" "); // an option is taken as it is, blank included
+    EXPECT_TRUE(QFileInfo::exists(file()));
+    EXPECT_FALSE(QFileInfo::exists(file() + QStringLiteral(".damaged")));
+}
+
+TEST_F(SettingsFileTest, longDataPathIsCutTo255AndPasswordBlanksTrimmed) {
+    state.settings = defaultSettings(state.AppPath);
+    const QString longPath = QStringLiteral("/srv/") + QString(295, u'd');
+    state.settings.DataPath = longPath;
+    state.settings.SettingsPassword = QStringLiteral("abc   ");
+    state.settings.SystemPath = longPath;
+    ASSERT_FALSE(SaveSettings(state));
+
+    const QByteArray record = xorCipher(fileBytes());
+    ASSERT_EQ(record.size(), 3839);
+    EXPECT_EQ(at(record, 625, 255), longPath.left(255).toLatin1());
+    EXPECT_EQ(at(record, 880, 45), QByteArray(45, ' ')) << "the path must not run into the next setting";
+    // The second folder stops where the site's name begins.
+    EXPECT_EQ(at(record, 925, 76), longPath.left(76).toLatin1());
+    EXPECT_EQ(at(record, 1001, 64), padded("Tarnwell Solutions", 64));
+
+    ASSERT_EQ(LoadSettings(state).status, SettingsLoad::Status::Loaded);
+    EXPECT_EQ(state.settings.DataPath, longPath.left(255));
+    EXPECT_EQ(state.settings.SettingsPassword, u"abc");
+}
+
+TEST_F(SettingsFileTest, shortFileReadsAsFarAsItGoesAndIsKept) {
+    const QByteArray shortFile = xorCipher(handLine({{100, "secret"}, {405, "1"}}, 600));
+    writeFile(shortFile);
+    const SettingsLoad load = LoadSettings(state);
+    EXPECT_EQ(load.status, SettingsLoad::Status::Short);
+    EXPECT_EQ(state.settings.SettingsPassword, u"secret");
+    EXPECT_TRUE(state.settings.ReadOnlyMode());
+    EXPECT_TRUE(state.settings.DataPath.isEmpty()); // beyond the end: the start-up then applies the defaults
+    ASSERT_FALSE(load.keptCopy.isEmpty());
+    QFile copy(load.keptCopy);
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_EQ(copy.readAll(), shortFile);
+}
+
+TEST_F(SettingsFileTest, garbageFileIsKeptAsACopyBeforeDefaultsReplaceIt) {
+    // A settings record written in clear (by hand, or by another program) deciphers to noise.
+    const QByteArray garbage = handLine({{100, "PPP"}, {625, "/srv/visitors"}}, 3839);
+    writeFile(garbage);
+    const SettingsLoad load = LoadSettings(state);
+    EXPECT_EQ(load.status, SettingsLoad::Status::Damaged);
+    EXPECT_TRUE(state.settings.DataPath.isEmpty());
+    EXPECT_TRUE(state.settings.SettingsPassword.isEmpty());
+    EXPECT_EQ(load.keptCopy, file() + QStringLiteral(".damaged"));
+
+    ASSERT_FALSE(ApplyDefaultSettings(state));
+    QFile copy(file() + QStringLiteral(".damaged"));
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_EQ(copy.readAll(), garbage);
+    EXPECT_EQ(LoadSettings(state).status, SettingsLoad::Status::Loaded);
+    EXPECT_EQ(state.settings.DataPath, folder.appPath() + QStringLiteral("Porvanedata"));
+}
+
+TEST_F(SettingsFileTest, unreadableFileIsReportedNotRead) {
+    // A folder where the file should be cannot be read by anyone, root included.
+    QDir().mkpath(file());
+    const SettingsLoad load = LoadSettings(state);
+    EXPECT_EQ(load.status, SettingsLoad::Status::Unreadable);
+    EXPECT_TRUE(load.error);
+    EXPECT_TRUE(state.settings.DataPath.isEmpty());
+}
+
+TEST_F(SettingsFileTest, fileWithoutReadPermissionIsUnreadable) {
+    if (geteuid() == 0)
+        GTEST_SKIP() << "running as root: file permissions do not stop root from reading";
+    ASSERT_FALSE(ApplyDefaultSettings(state));
+    QFile::setPermissions(file(), QFileDevice::Permissions());
+    const SettingsLoad load = LoadSettings(state);
+    QFile::setPermissions(file(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    EXPECT_EQ(load.status, SettingsLoad::Status::Unreadable);
+    EXPECT_EQ(load.error.number, FileError::PermissionDenied);
+}
+
+TEST_F(SettingsFileTest, failedWriteKeepsDefaultsInMemoryAndSaysWhy) {
+    // "_PSF" is a file, so the settings folder cannot be made.
+    QFile blocker(folder.appPath() + QStringLiteral("_PSF"));
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    const FileError e = ApplyDefaultSettings(state);
+    EXPECT_TRUE(e);
+    EXPECT_FALSE(e.text.isEmpty());
+    EXPECT_EQ(state.settings.SettingsPassword, u"PPP");
+    EXPECT_EQ(state.settings.DataPath, folder.appPath() + QStringLiteral("Porvanedata"));
+}
+
+} // namespace

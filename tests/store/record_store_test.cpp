@@ -1,0 +1,301 @@
+#include "store/data_lock.h"
+#include "store/record_line.h"
+#include "store/record_store.h"
+#include "store_fixture.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QSysInfo>
+#include <gtest/gtest.h>
+
+using namespace porvane;
+using namespace porvane::test;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Bookings of March 2024 laid out column by column.
+const QByteArray kAnn = handLine({{1, "240305090000"},
+                                  {14, "Ann"},
+                                  {31, "Lee"},
+                                  {525, "ENGINEERING"},
+                                  {550, "Acme Widgets"},
+                                  {936, "05-03-2024"},
+                                  {947, "06-03-2024"},
+                                  {958, "2D"},
+                                  {969, "05-03-2024 at 09:00"},
+                                  {989, "1"},
+                                  {991, "09:05"},
+                                  {996, "  -  "},
+                                  {1060 + 4 * 4, "0900"}});
+const QByteArray kBob = handLine({{1, "240305100000"}, {14, "Bob"}, {31, "Ray"}, {550, "Ray & Sons"}});
+const QByteArray kAnnTwin = handLine({{1, "240305090000"}, {14, "Annie"}, {31, "Lee"}});
+
+class RecordStoreTest : public ::testing::Test {
+protected:
+    RecordStoreTest()
+        : desk(QDateTime(QDate(2026, 11, 14), QTime(10, 5, 7))) {
+        store.lockWait = std::chrono::milliseconds(50);
+    }
+
+    void typeNewBooking() {
+        CurrentRecord& r = desk.state.record;
+        r[Field::FirstName] = u"John"_s;
+        r[Field::LastName] = u"Smith"_s;
+        r[Field::Department] = u"ENGINEERING"_s;
+        r[Field::Organisation] = u"Acme Widgets"_s;
+        r.bookedTimes()[1] = u"09:30"_s;
+    }
+    // The booking as the editor holds it after a row click: read from its line and marked saved.
+    void openBooking(const QByteArray& line) {
+        decodeRecordLine(RecordLine(line), desk.state.record);
+        desk.state.record.MarkRecordSaved();
+    }
+    QByteArray month() const { return desk.folder.read(u"Record/2403.vrf"_s); }
+
+    TestDesk desk;
+    RecordStore store{desk.state};
+};
+
+TEST_F(RecordStoreTest, saveNew_makesRegNoFromClockAndBookingMonth_andAppendsOneCrLfLine) {
+    typeNewBooking();
+    const StoreResult result = store.SaveNewRecord(u"2403"_s);
+    ASSERT_TRUE(result.ok()) << result.error.text.toStdString();
+    EXPECT_EQ(result.regNo, u"240314100507");
+    EXPECT_EQ(desk.state.record[Field::RegNo], u"240314100507");
+    EXPECT_EQ(month(), handLine({{1, "240314100507"},
+                                 {14, "John"},
+                                 {31, "Smith"},
+                                 {504, "VISITOR"},
+                                 {525, "ENGINEERING"},
+                                 {550, "Acme Widgets"},
+                                 {1064, "0930"}}) +
+                           "\r\n");
+    EXPECT_EQ(desk.state.mainTitle, u"Tarnwell Solutions Porvane 90  [ Record 240314100507 SAVED ]");
+    EXPECT_FALSE(desk.state.record.TestRecordChanged());
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+}
+
+TEST_F(RecordStoreTest, saveNew_endsATornLastLineBeforeAppending) {
+    desk.folder.write(u"Record/2403.vrf"_s, kAnn + "\r\n" + kBob.left(300));
+    typeNewBooking();
+    ASSERT_TRUE(store.SaveNewRecord(u"2403"_s).ok());
+    const QByteArrayList lines = month().split('\n');
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_EQ(lines[1], kBob.left(300) + '\r');
+    EXPECT_TRUE(lines[2].startsWith("240314100507 John"));
+    EXPECT_EQ(lines[2].size(), 1187);
+    EXPECT_TRUE(lines[3].isEmpty());
+}
+
+TEST_F(RecordStoreTest, saveNew_refusesWithTheStoreMessagesInOrder_andWritesNothing) {
+    struct Case {
+        const char16_t* first;
+        const char16_t* last;
+        const char16_t* department;
+        const char16_t* organisation;
+        const char16_t* message;
+    };
+    const Case cases[] = {
+        {u"  ", u"Smith", u"-  Select  -", u"x", u"Can't SAVE without First Name/(Initial) AND Last Name"},
+        {u"John", u"", u"ENGINEERING", u"Acme", u"Can't SAVE without First Name/(Initial) AND Last Name"},
+        {u"John", u"Smith", u"-  Select  -", u"x", u"Can't SAVE:  No valid Department name has been entered"},
+        {u"John", u"Smith", u" IT ", u"Acme", u"Can't SAVE:  No valid Department name has been entered"},
+        {u"John", u"Smith", u"ENGINEERING", u" AB ",
+         u"Can't SAVE:  No valid ORGANISATION name has been entered"},
+    };
+    for (const Case& c : cases) {
+        desk.prompter.clear();
+        CurrentRecord& r = desk.state.record;
+        r[Field::FirstName] = QString::fromUtf16(c.first);
+        r[Field::LastName] = QString::fromUtf16(c.last);
+        r[Field::Department] = QString::fromUtf16(c.department);
+        r[Field::Organisation] = QString::fromUtf16(c.organisation);
+        r[Field::RegNo] = u"NEW Booking"_s;
+        const StoreResult result = store.SaveNewRecord(u"2403"_s);
+        EXPECT_EQ(result.status, StoreResult::Status::Refused);
+        ASSERT_EQ(desk.prompter.messages().size(), 1);
+        EXPECT_EQ(desk.prompter.last().text, QString::fromUtf16(c.message));
+        EXPECT_EQ(desk.prompter.last().title, u"Porvane 90");
+        EXPECT_EQ(desk.prompter.last().icon, Icon::Exclamation);
+        EXPECT_EQ(r[Field::RegNo], u"NEW Booking");
+    }
+    EXPECT_FALSE(desk.folder.exists(u"Record/2403.vrf"_s));
+    EXPECT_EQ(desk.state.mainTitle, AppState::plainTitle());
+}
+
+TEST_F(RecordStoreTest, update_replacesEveryLineOfTheIdentifier_keepsOthers_andChecksOnlyNames) {
+    // LF-only lines, a garbage line, a short line and no final line end, as other tools may leave them.
+    desk.folder.write(u"Record/2403.vrf"_s,
+                      kAnn + "\n" + kBob + "\n" + "garbage\n" + kAnnTwin + "\r\n" + "2403");
+    openBooking(kAnn);
+    desk.state.record[Field::CarReg] = u"AB12 CDE"_s;
+    desk.state.record[Field::Department] = u"-  Select  -"_s; // refused for a new booking, not for an update
+    const StoreResult result = store.UpdateRecord(u"2403"_s, u" 240305090000 "_s);
+    ASSERT_TRUE(result.ok()) << result.error.text.toStdString();
+
+    QByteArray updated = kAnn;
+    updated.replace(68, 8, "AB12 CDE");
+    updated.replace(524, 12, "-  Select  -");
+    updated.replace(990, 10, QByteArray(10, ' ')); // arrival and departure are never written by an update
+    EXPECT_EQ(month(), crLf({updated, kBob, "garbage", updated, "2403"}));
+    EXPECT_EQ(desk.state.mainTitle, u"Tarnwell Solutions Porvane 90  [ Record 240305090000 UPDATED ]");
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+}
+
+TEST_F(RecordStoreTest, update_ofAnIdentifierNotInTheFile_leavesItUnchangedAndStillReportsUpdated) {
+    const QByteArray before = crLf({kAnn, kBob});
+    desk.folder.write(u"Record/2403.vrf"_s, before);
+    openBooking(kBob);
+    desk.state.record[Field::RegNo] = u"240305999999"_s;
+    desk.state.record[Field::CarReg] = u"CHANGED"_s;
+    const StoreResult result = store.UpdateRecord(u"2403"_s, u"240305999999"_s);
+    EXPECT_TRUE(result.ok());
+    EXPECT_EQ(month(), before);
+    EXPECT_EQ(desk.state.mainTitle, u"Tarnwell Solutions Porvane 90  [ Record 240305999999 UPDATED ]");
+}
+
+TEST_F(RecordStoreTest, update_withoutNames_isRefusedAndWritesNothing) {
+    const QByteArray before = crLf({kAnn});
+    desk.folder.write(u"Record/2403.vrf"_s, before);
+    openBooking(kAnn);
+    desk.state.record[Field::LastName] = u"  "_s;
+    EXPECT_EQ(store.UpdateRecord(u"2403"_s, u"240305090000"_s).status, StoreResult::Status::Refused);
+    EXPECT_EQ(desk.prompter.texts(), QStringList{u"Can't SAVE without First Name/(Initial) AND Last Name"_s});
+    EXPECT_EQ(month(), before);
+}
+
+TEST_F(RecordStoreTest, update_revokingThePass_blanksColumns936To987_showsLabelAndPausesOneSecond) {
+    desk.folder.write(u"Record/2403.vrf"_s, crLf({kBob, kAnn}));
+    openBooking(kAnn);
+    desk.state.RemovePassRequested = true;
+    QString shown;
+    store.passLabelShown = [&shown](const QString& text) {
+        shown = text;
+    };
+    const StoreResult result = store.UpdateRecord(u"2403"_s, u"240305090000"_s);
+    ASSERT_TRUE(result.ok());
+    const QByteArray line = month().split('\n')[1];
+    EXPECT_EQ(line.mid(935, 52), QByteArray(52, ' '));
+    EXPECT_EQ(line.mid(988, 1), "1") << "the photo mark is not part of the pass";
+    EXPECT_EQ(line.left(17), "240305090000 Ann ");
+    EXPECT_EQ(result.passLabel, u"Pass Revoked");
+    EXPECT_EQ(shown, u"Pass Revoked");
+    EXPECT_DOUBLE_EQ(desk.pause.total(), 1.0);
+    EXPECT_FALSE(desk.state.RemovePassRequested);
+    EXPECT_EQ(desk.state.record[Field::PassStart].trimmed(), u"");
+    EXPECT_EQ(month().split('\n')[0], kBob + '\r');
+}
+
+TEST_F(RecordStoreTest, delete_removesEveryLineOfTheIdentifierAndItsPhotos) {
+    desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn, kBob, kAnnTwin}));
+    desk.folder.write(u"photo/2403/240305090000_Ann_Lee.bmp"_s, "BM");
+    desk.folder.write(u"photo/2403/240305090000_Annie_Lee.bmp"_s, "BM"); // taken under an earlier name
+    desk.folder.write(u"photo/2403/240305100000_Bob_Ray.bmp"_s, "BM");
+    openBooking(kAnn);
+    const StoreResult result = store.DeleteBooking(u"2403"_s, u"240305090000"_s);
+    ASSERT_TRUE(result.ok());
+    EXPECT_EQ(month(), crLf({kBob}));
+    EXPECT_EQ(folderEntries(desk.folder.path(u"photo/2403"_s)), QStringList{u"240305100000_Bob_Ray.bmp"_s});
+    EXPECT_EQ(desk.state.mainTitle, u"Tarnwell Solutions Porvane 90  [ One Booking DELETED ]");
+}
+
+TEST_F(RecordStoreTest, delete_withASlashInTheName_neverReachesOutsideTheMonthFolder) {
+    desk.folder.write(u"Record/2403.vrf"_s, crLf({kBob}));
+    desk.folder.write(u"photo/2403/240305100000_B_b_Ray.bmp"_s, "BM");
+    desk.folder.write(u"photo/b_Ray.bmp"_s, "keep");
+    openBooking(kBob);
+    desk.state.record[Field::FirstName] = u"B/b"_s;
+    ASSERT_TRUE(store.DeleteBooking(u"2403"_s, u"240305100000"_s).ok());
+    EXPECT_FALSE(desk.folder.exists(u"photo/2403/240305100000_B_b_Ray.bmp"_s));
+    EXPECT_EQ(desk.folder.read(u"photo/b_Ray.bmp"_s), "keep");
+}
+
+TEST_F(RecordStoreTest, missingMonthOrFolder_reportsFileErrors_andLeavesTheRecordAsItWas) {
+    openBooking(kAnn);
+    desk.state.RemovePassRequested = true;
+    desk.state.record[Field::CarReg] = u"typed"_s;
+    StoreResult result = store.UpdateRecord(u"2403"_s, u"240305090000"_s);
+    EXPECT_EQ(result.status, StoreResult::Status::FileFailed);
+    EXPECT_EQ(result.error.number, 53);
+    EXPECT_EQ(store.DeleteBooking(u"2403"_s, u"240305090000"_s).error.number, 53);
+    EXPECT_TRUE(desk.state.RemovePassRequested);
+    EXPECT_EQ(desk.state.record[Field::PassStart], u"05-03-2024");
+    EXPECT_EQ(desk.state.record[Field::CarReg], u"typed");
+    EXPECT_TRUE(desk.state.record.TestRecordChanged());
+    EXPECT_EQ(desk.state.mainTitle, AppState::plainTitle());
+    EXPECT_FALSE(desk.folder.exists(u"Record/2403.vrf"_s));
+
+    desk.state.settings.DataPath = desk.folder.path(u"gone/away"_s);
+    typeNewBooking();
+    desk.state.record[Field::RegNo] = u"NEW Booking"_s;
+    result = store.SaveNewRecord(u"2403"_s);
+    EXPECT_EQ(result.error.number, 76) << result.error.text.toStdString();
+    EXPECT_EQ(desk.state.record[Field::RegNo], u"NEW Booking");
+    EXPECT_EQ(store.UpdateRecord(u"2403"_s, u"240305090000"_s).error.number, 76);
+}
+
+TEST_F(RecordStoreTest, writeFailingPartWay_leavesTheMonthByteIdentical_andReportsTheError) {
+    const QByteArray before = crLf({kAnn, kBob});
+    desk.folder.write(u"Record/2403.vrf"_s, before);
+    FailingWritePath failing;
+    store.writePath = &failing;
+
+    openBooking(kAnn);
+    desk.state.record[Field::CarReg] = u"typed"_s;
+    failing.budget = 1500;
+    StoreResult result = store.UpdateRecord(u"2403"_s, u"240305090000"_s);
+    EXPECT_EQ(result.error.number, 61) << "disk full";
+    EXPECT_EQ(failing.written, 1500);
+    EXPECT_EQ(month(), before);
+    EXPECT_EQ(desk.state.record[Field::CarReg], u"typed");
+
+    failing.budget = 700;
+    typeNewBooking();
+    result = store.SaveNewRecord(u"2403"_s);
+    EXPECT_EQ(result.error.number, 61);
+    EXPECT_EQ(month(), before) << "a part-written append is taken back";
+
+    failing.budget = -1;
+    failing.failCommit = true;
+    result = store.DeleteBooking(u"2403"_s, u"240305090000"_s);
+    EXPECT_EQ(result.error.number, 57) << "device I/O error at the rename";
+    EXPECT_EQ(month(), before);
+    EXPECT_EQ(folderEntries(desk.folder.path(u"Record"_s)), QStringList{u"2403.vrf"_s});
+    EXPECT_EQ(desk.state.mainTitle, AppState::plainTitle());
+}
+
+TEST_F(RecordStoreTest, lockHeldByAnotherLiveDesk_isWaitedFor_thenTheOperatorRetriesCancelsOrBreaks) {
+    desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn}));
+    QLockFile other(DataLock::lockPath(desk.state.dataPath()));
+    ASSERT_TRUE(other.tryLock(0));
+    openBooking(kAnn);
+    desk.state.record[Field::CarReg] = u"typed"_s;
+
+    desk.prompter.queue({Answer::Yes, Answer::Cancel}); // try again once, then give up
+    QElapsedTimer waited;
+    waited.start();
+    StoreResult result = store.UpdateRecord(u"2403"_s, u"240305090000"_s);
+    EXPECT_GE(waited.elapsed(), 100) << "each try waits for the lock";
+    EXPECT_EQ(result.error.number, 70);
+    EXPECT_TRUE(result.error.text.contains(QSysInfo::machineHostName()));
+    ASSERT_EQ(desk.prompter.messages().size(), 2);
+    const Prompter::Message& asked = desk.prompter.last();
+    EXPECT_EQ(asked.title, u"Porvane 90");
+    EXPECT_EQ(asked.buttons, Buttons::YesNoCancel);
+    EXPECT_TRUE(asked.text.startsWith(u"The data folder is being changed by the desk on "_s +
+                                      QSysInfo::machineHostName() + u" (process "_s +
+                                      QString::number(QCoreApplication::applicationPid()) + u")."_s))
+        << asked.text.toStdString();
+    EXPECT_EQ(month(), crLf({kAnn}));
+    EXPECT_EQ(desk.state.record[Field::CarReg], u"typed");
+
+    desk.prompter.queue(Answer::No); // break it
+    result = store.UpdateRecord(u"2403"_s, u"240305090000"_s);
+    ASSERT_TRUE(result.ok()) << result.error.text.toStdString();
+    EXPECT_EQ(RecordLine(month()).trimmed(Field::CarReg), u"typed");
+    EXPECT_FALSE(QFileInfo::exists(DataLock::lockPath(desk.state.dataPath()))) << "released after the change";
+}
+
+} // namespace

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "store/safe_file.h"
+#include "test_desk.h"
+
+#include <QByteArrayList>
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <cerrno>
+
+namespace porvane::test {
+
+// A write path that lets the first `budget` bytes through and then fails like a full disk, or fails at
+// the rename.
+class FailingWritePath final : public WritePath {
+public:
+    qint64 budget = -1; // -1: no limit
+    bool failCommit = false;
+    int written = 0;
+
+    int write(QFileDevice& file, QByteArrayView data) override {
+        if (budget < 0)
+            return WritePath::write(file, data);
+        const qint64 n = std::min<qint64>(budget, data.size());
+        budget -= n;
+        if (const int err = WritePath::write(file, data.first(n)))
+            return err;
+        written += int(n);
+        return n < data.size() ? ENOSPC : 0;
+    }
+    int commit(QSaveFile& file) override {
+        if (!failCommit)
+            return WritePath::commit(file);
+        file.cancelWriting();
+        return EIO;
+    }
+};
+
+// The lines of a file split at CR LF exactly; a file not ending in CR LF shows as a last element that is
+// not empty.
+inline QByteArrayList crLfLines(const QByteArray& bytes) {
+    return bytes.split('\n');
+}
+
+inline QByteArray crLf(std::initializer_list<QByteArray> lines) {
+    QByteArray out;
+    for (const QByteArray& l : lines)
+        out += l + "\r\n";
+    return out;
+}
+
+// Files in a folder other than the ones expected: left-over temporary files.
+inline QStringList folderEntries(const QString& path) {
+    return QDir(path).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+} // namespace porvane::test

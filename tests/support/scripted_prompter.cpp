@@ -1,0 +1,28 @@
+#include "scripted_prompter.h"
+
+#include <gtest/gtest.h>
+
+namespace porvane::test {
+
+Answer ScriptedPrompter::ask(const Message& message) {
+    m_messages.append(message);
+    if (m_answers.empty()) {
+        // A notice needs no scripted answer; a question without one is a test fault.
+        if (message.buttons == Buttons::Ok)
+            return Answer::Ok;
+        ADD_FAILURE() << "unexpected question: " << message.text.toStdString();
+        return Answer::Cancel;
+    }
+    const Answer a = m_answers.front();
+    m_answers.pop_front();
+    return a;
+}
+
+QStringList ScriptedPrompter::texts() const {
+    QStringList out;
+    for (const Message& m : m_messages)
+        out << m.text;
+    return out;
+}
+
+} // namespace porvane::test

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "app/prompter.h"
+
+#include <QList>
+#include <deque>
+
+namespace porvane::test {
+
+// Records every message and answers from a queue; an unexpected question fails loudly.
+class ScriptedPrompter final : public Prompter {
+public:
+    Answer ask(const Message& message) override;
+
+    void queue(Answer answer) { m_answers.push_back(answer); }
+    void queue(std::initializer_list<Answer> answers) { m_answers.insert(m_answers.end(), answers); }
+
+    const QList<Message>& messages() const { return m_messages; }
+    QStringList texts() const;
+    const Message& last() const { return m_messages.last(); }
+    void clear() {
+        m_messages.clear();
+        m_answers.clear();
+    }
+    std::size_t unusedAnswers() const { return m_answers.size(); }
+
+private:
+    QList<Message> m_messages;
+    std::deque<Answer> m_answers;
+};
+
+} // namespace porvane::test

@@ -1,0 +1,45 @@
+#include "temp_data_folder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace porvane::test {
+
+TempDataFolder::TempDataFolder() {
+    QDir(m_dir.path()).mkpath(QStringLiteral("Porvanedata/Record"));
+    QDir(m_dir.path()).mkpath(QStringLiteral("Porvanedata/Status"));
+    QDir(m_dir.path()).mkpath(QStringLiteral("Porvanedata/photo"));
+}
+
+void TempDataFolder::write(const QString& relative, const QByteArray& bytes) const {
+    const QString full = path(relative);
+    QDir().mkpath(QFileInfo(full).absolutePath());
+    QFile f(full);
+    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        qFatal("cannot write test file");
+    f.write(bytes);
+}
+
+QByteArray TempDataFolder::read(const QString& relative) const {
+    QFile f(path(relative));
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+bool TempDataFolder::exists(const QString& relative) const {
+    return QFileInfo::exists(path(relative));
+}
+
+QByteArray handLine(std::initializer_list<std::pair<int, const char*>> columns, int length) {
+    QByteArray line(length, ' ');
+    for (const auto& [column, text] : columns) {
+        const QByteArray bytes(text);
+        if (line.size() < column - 1 + bytes.size())
+            line.resize(column - 1 + bytes.size(), ' ');
+        line.replace(column - 1, bytes.size(), bytes);
+    }
+    line.truncate(length);
+    return line;
+}
+
+} // namespace porvane::test

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+
+namespace porvane::test {
+
+// A throw-away application folder with a data folder (Record, Status, photo) inside it.
+class TempDataFolder {
+public:
+    TempDataFolder();
+
+    QString appPath() const { return m_dir.path() + QStringLiteral("/"); }
+    QString dataPath() const { return appPath() + QStringLiteral("Porvanedata/"); }
+    QString path(const QString& relative) const { return dataPath() + relative; }
+
+    void write(const QString& relative, const QByteArray& bytes) const;
+    QByteArray read(const QString& relative) const;
+    bool exists(const QString& relative) const;
+
+private:
+    QTemporaryDir m_dir;
+};
+
+// A record line laid out by hand: pads or cuts to 1186 columns after placing each (column, text) pair.
+QByteArray handLine(std::initializer_list<std::pair<int, const char*>> columns, int length = 1186);
+
+} // namespace porvane::test
