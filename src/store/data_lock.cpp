@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -41,11 +42,13 @@ DataLock::State DataLock::acquire() {
         return State::Held;
     switch (m_file.error()) {
     case QLockFile::LockFailedError:
-        if (!m_file.getLockInfo(&m_holder.pid, &m_holder.host, &m_holder.app)) {
+        if (!readHolder()) {
             // Released between the last try and the look at it: one more try without waiting.
             if (m_file.tryLock(0))
                 return State::Held;
-            m_file.getLockInfo(&m_holder.pid, &m_holder.host, &m_holder.app);
+            if (!readHolder() && removeTornLock() && m_file.tryLock(0))
+                return State::Held;
+            readHolder();
         }
         m_error = {FileError::PermissionDenied,
                    tr("The data folder is in use by %1: %2").arg(describe(m_holder), lockPath(m_dataPath))};
@@ -67,6 +70,20 @@ DataLock::State DataLock::acquire() {
 void DataLock::release() {
     if (m_file.isLocked())
         m_file.unlock();
+}
+
+bool DataLock::readHolder() {
+    m_holder = {};
+    return m_file.getLockInfo(&m_holder.pid, &m_holder.host, &m_holder.app);
+}
+
+bool DataLock::removeTornLock() {
+    // A live desk writes its name into the lock file the moment it makes it; a file still without a name a
+    // moment later is what a desk killed in between left behind, and nobody would ever release it.
+    QThread::msleep(kTornLockSettle.count());
+    if (readHolder() || !QFileInfo::exists(lockPath(m_dataPath)))
+        return false;
+    return breakLock();
 }
 
 bool DataLock::breakLock() {

@@ -25,6 +25,7 @@ class DataLock {
 
 public:
     static constexpr std::chrono::milliseconds kDefaultWait{10000};
+    static constexpr std::chrono::milliseconds kTornLockSettle{200};
     enum class State { Held, Busy, Failed };
 
     explicit DataLock(const QString& dataPath, std::chrono::milliseconds wait = kDefaultWait);
@@ -44,6 +45,9 @@ public:
     bool breakLock();
 
 private:
+    bool readHolder();
+    bool removeTornLock();
+
     QString m_dataPath;
     QLockFile m_file;
     std::chrono::milliseconds m_wait;
