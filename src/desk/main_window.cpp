@@ -218,12 +218,12 @@ QWidget* MainWindow::buildTimes() {
     TimeGrid->verticalHeader()->hide();
     TimeGrid->verticalHeader()->setDefaultSectionSize(19);
     TimeGrid->horizontalHeader()->setStretchLastSection(true);
-    TimeGrid->setColumnWidth(0, 58);
+    TimeGrid->setColumnWidth(0, 56);
     TimeGrid->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     TimeGrid->setSelectionMode(QAbstractItemView::SingleSelection);
     TimeGrid->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                               QAbstractItemView::AnyKeyPressed);
-    TimeGrid->setFixedWidth(128);
+    TimeGrid->setFixedWidth(142);
     v->addWidget(TimeGrid, 1);
 
     auto* pick = new QHBoxLayout;
@@ -242,7 +242,7 @@ QWidget* MainWindow::buildTimes() {
     row->addWidget(cmdSUB);
     v->addLayout(row);
     v->addWidget(cmdCLEARAll);
-    box->setFixedWidth(146);
+    box->setFixedWidth(160);
     return box;
 }
 
