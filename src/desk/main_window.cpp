@@ -557,8 +557,12 @@ void MainWindow::wireTools() {
     connect(cmdMultiDELETE, &QPushButton::clicked, this, [this] {
         if (BulkDeletion(m_state).switchedOff())
             return;
-        if (MultiDeleteWindow(m_state, m_dates, this).exec() == QDialog::Accepted)
-            refreshList(); // shows the result in the title too
+        if (MultiDeleteWindow(m_state, m_dates, this).exec() != QDialog::Accepted)
+            return;
+        // Only a list the operator has asked for is built again; the title shows the result either way.
+        if (m_state.listMode != ListMode::None)
+            refreshList();
+        showTitle();
     });
 }
 

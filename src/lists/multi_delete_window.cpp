@@ -58,7 +58,7 @@ MultiDeleteWindow::MultiDeleteWindow(AppState& state, const DateSelection& shown
         dateGrid->addWidget(label, 0, i);
         dateGrid->addWidget(boxes[std::size_t(i)].second, 1, i);
     }
-    dateGrid->setColumnStretch(1, 1);
+    dateGrid->setColumnStretch(3, 1);
 
     m_filter = new QGroupBox(tr("Only those with a text (All Days of one month)"));
     CBDListBy = listBox(BulkDeletion::kindItems(), "CBDListBy");
