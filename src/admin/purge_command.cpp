@@ -4,6 +4,7 @@
 #include "lists/bulk_deletion.h"
 
 #include <QTextStream>
+#include <algorithm>
 
 namespace porvane::admin {
 

@@ -6,6 +6,7 @@
 #include "store/safe_file.h"
 
 #include <QDir>
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -19,9 +20,8 @@ QString title() {
     return u"Porvane 90"_s;
 }
 
-bool isDigits(const QString& text, qsizetype length) {
-    return text.size() == length &&
-           std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
+bool isDigits(const QString& text) {
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
 }
 
 } // namespace
@@ -52,9 +52,8 @@ QStringList BulkDeletion::yearItems() const {
 }
 
 QStringList BulkDeletion::kindItems() {
-    QStringList items;
-    for (int k = 0; k <= int(SearchKind::VisitingReportingTo); ++k)
-        items.append(kindText(SearchKind(k)));
+    QStringList items = RecordSearch::kindItems();
+    items.replace(int(SearchKind::VisitingReportingTo), kindText(SearchKind::VisitingReportingTo));
     return items;
 }
 
@@ -102,7 +101,7 @@ std::optional<BulkDeletion::Scope> BulkDeletion::checkDate(BulkSelection& select
     const QString day = selection.day.trimmed();
     const bool wholeMonth = day == allDays();
     const int dayNumber = day.toInt();
-    if (!wholeMonth && (!(isDigits(day, 1) || isDigits(day, 2)) || dayNumber < 1 || dayNumber > 31)) {
+    if (!wholeMonth && (!isDigits(day) || day.size() > 2 || dayNumber < 1 || dayNumber > 31)) {
         prompter.tell(title(), tr("ATTENTION: The DAY entered is not valid - Try selecting again"));
         return std::nullopt;
     }
@@ -122,7 +121,7 @@ std::optional<BulkDeletion::Scope> BulkDeletion::checkDate(BulkSelection& select
             selection.day = dates.dayText();
     }
     // A year the date test let through may still not be a plain four-digit year ("2024x").
-    if (!isDigits(dates.yearText(), 4) || (!wholeYear && dates.monthNumber().isEmpty())) {
+    if (!isDigits(dates.yearText()) || dates.yearText().size() != 4) {
         prompter.tell(title(), tr("Porvane Can't Determine the Date you wish to Delete - Select again!"));
         return std::nullopt;
     }
