@@ -95,10 +95,8 @@ MultiDeleteWindow::MultiDeleteWindow(AppState& state, const DateSelection& shown
 
     connect(cmdMDELDelete, &QPushButton::clicked, this, &MultiDeleteWindow::deleteSelected);
     connect(cmdMDELCancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(CBDListBy, &QComboBox::textActivated, this, [this](const QString& text) {
-        showKind(text);
-        DFindTB->setFocus();
-    });
+    // Captions only: a kind picked by typing its first letter must not throw the focus past the text box.
+    connect(CBDListBy, &QComboBox::currentTextChanged, this, &MultiDeleteWindow::showKind);
     connect(CBMDELDay, &QComboBox::currentTextChanged, this, &MultiDeleteWindow::showFilterState);
     connect(CBMDELMonth, &QComboBox::currentTextChanged, this, &MultiDeleteWindow::showFilterState);
     showKind(CBDListBy->currentText());
