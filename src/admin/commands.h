@@ -1,5 +1,6 @@
 #pragma once
 
+#include "admin/console_prompter.h"
 #include "app/app_state.h"
 
 #include <QStringList>
@@ -8,11 +9,13 @@
 namespace porvane::admin {
 
 // What every command gets: the desk's state over the chosen home and data folder (fixed clock when --today
-// or --now is given), the command's own arguments, and whether to print CSV instead of aligned columns.
+// or --now is given), the command's own arguments, whether to print CSV instead of aligned columns, and the
+// prompter behind the state, whose way of answering questions a command may choose.
 struct CommandContext {
     AppState& state;
     QStringList args;
     bool csv = false;
+    ConsolePrompter& prompter;
 };
 
 // A command returns the exit status: 0 done, 1 refused or failed (reason on stderr), 2 wrong arguments.

@@ -2,6 +2,7 @@
 #include "admin/demo_command.h"
 #include "admin/list_command.h"
 #include "admin/pass_command.h"
+#include "admin/purge_command.h"
 #include "app/app_paths.h"
 #include "settings/settings_file.h"
 
@@ -24,6 +25,7 @@ std::span<const Command> commandTable() {
         {"list", "day YYYY-MM-DD | month YYYY-MM", runListCommand},
         {"search", "YYYY-MM KIND TEXT", runSearchCommand},
         {"onsite", "", runOnsiteCommand},
+        {"purge", kPurgeSynopsis, runPurgeCommand},
     };
     return commands;
 }
@@ -93,15 +95,6 @@ QString parse(const QStringList& arguments, Options& o) {
     return {};
 }
 
-// A command line has nobody to answer a question: the message goes to stderr and the safe answer is taken.
-class StderrPrompter final : public Prompter {
-public:
-    Answer ask(const Message& m) override {
-        QTextStream(stderr) << m.title << ": " << m.text.trimmed() << '\n';
-        return m.buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
-    }
-};
-
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -121,7 +114,7 @@ int main(int argc, char* argv[]) {
     if (!command)
         return usageError(QStringLiteral("unknown command ") + o.command);
 
-    StderrPrompter prompter;
+    ConsolePrompter prompter;
     SystemClock systemClock;
     const QDateTime now = QDateTime::currentDateTime();
     FixedClock fixedClock(
@@ -142,6 +135,6 @@ int main(int argc, char* argv[]) {
     if (!o.data.isEmpty())
         state.settings.DataPath = QDir(o.data).absolutePath();
 
-    CommandContext context{state, o.args, o.csv};
+    CommandContext context{state, o.args, o.csv, prompter};
     return command->run(context);
 }

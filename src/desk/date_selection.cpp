@@ -96,6 +96,11 @@ bool DateSelection::testDate(Prompter& prompter) {
         DateInvalid = true;
         return false;
     }
+    return testYear(prompter);
+}
+
+bool DateSelection::testYear(Prompter& prompter) {
+    DateInvalid = false;
     const int year = leadingNumber(m_year);
     if (year < kFirstYear || year > m_lastYear) {
         prompter.tell(title(), tr("ATTENTION: No VALID Date selected - Try selecting again"),

@@ -48,6 +48,8 @@ public:
     // The date test: corrects a day beyond the month's end (with a message) and refuses an unknown month or
     // an unsupported year. Returns true when the date is valid.
     bool testDate(Prompter& prompter);
+    // The year part of the date test alone: refuses a year outside the supported ones.
+    bool testYear(Prompter& prompter);
 
     // "01".."12" from the first three letters of a month name ("JAN" -> "01"); empty when unknown.
     static QString MonthNumber(const QString& monthText);

@@ -7,6 +7,7 @@
 #include "desk/personal_details_dialog.h"
 #include "lists/list_printing.h"
 #include "lists/list_table_model.h"
+#include "lists/multi_delete_window.h"
 #include "lists/record_search.h"
 #include "passes/pass_window.h"
 #include "photos/camera_window.h"
@@ -354,7 +355,7 @@ QWidget* MainWindow::buildActions() {
     h->addWidget(cmdPRINT);
 
     // Their windows come later.
-    for (QWidget* w : std::initializer_list<QWidget*>{cmdIN, cmdOUT, cmdSettings, cmdMultiDELETE, Command1})
+    for (QWidget* w : std::initializer_list<QWidget*>{cmdIN, cmdOUT, cmdSettings, Command1})
         w->setEnabled(false);
     return panel;
 }
@@ -552,6 +553,17 @@ void MainWindow::wireTools() {
         afterRecordWindow();
     });
     connect(cmdPRINT, &QPushButton::clicked, this, &MainWindow::printList);
+    cmdMultiDELETE->setEnabled(!BulkDeletion(m_state).switchedOff());
+    connect(cmdMultiDELETE, &QPushButton::clicked, this, [this] {
+        if (BulkDeletion(m_state).switchedOff())
+            return;
+        if (MultiDeleteWindow(m_state, m_dates, this).exec() != QDialog::Accepted)
+            return;
+        // Only a list the operator has asked for is built again; the title shows the result either way.
+        if (m_state.listMode != ListMode::None)
+            refreshList();
+        showTitle();
+    });
 }
 
 void MainWindow::afterRecordWindow() {

@@ -142,30 +142,35 @@ QString RecordSearch::findTextFor(SearchKind kind, const QString& findText) {
     return text;
 }
 
+SearchMatch::SearchMatch(SearchKind kind, const QString& findText)
+    : m_kind(kind)
+    , m_needle(foldedBytes(RecordSearch::findTextFor(kind, findText))) {}
+
+bool SearchMatch::matches(const RecordLine& line) const {
+    if (m_kind == SearchKind::AnyText)
+        return containsFolded(line.bytes(), m_needle);
+    if (m_kind == SearchKind::Name) {
+        char name[16 + 1 + 18];
+        const QByteArrayView first = trimBlanks(line.columns(14, 16));
+        const QByteArrayView last = line.columns(31, 18);
+        std::memcpy(name, first.data(), size_t(first.size()));
+        name[first.size()] = ' ';
+        std::memcpy(name + first.size() + 1, last.data(), size_t(last.size()));
+        return containsFolded(QByteArrayView(name, first.size() + 1 + last.size()), m_needle);
+    }
+    const KindSpec& def = kKinds[std::size_t(m_kind)];
+    return containsFolded(line.columns(def.column, def.width), m_needle);
+}
+
 BuiltList RecordSearch::run(const QString& dataPath, const QDate& month, SearchKind kind,
                             const QString& findText) {
     BuiltList out{tableWithColumns(kSearchColumns, QColor(0xE0, 0xFF, 0xFF)), {}};
-    const QByteArray needle = foldedBytes(findTextFor(kind, findText));
-    const KindSpec& def = kKinds[std::size_t(kind)];
-    char name[16 + 1 + 18];
+    const SearchMatch match(kind, findText);
     LineReader reader(monthFileOf(dataPath, month));
     QByteArrayView bytes;
     while (reader.next(bytes)) {
         const RecordLine line(bytes);
-        QByteArrayView searched;
-        if (kind == SearchKind::AnyText) {
-            searched = bytes;
-        } else if (kind == SearchKind::Name) {
-            const QByteArrayView first = trimBlanks(line.columns(14, 16));
-            const QByteArrayView last = line.columns(31, 18);
-            std::memcpy(name, first.data(), size_t(first.size()));
-            name[first.size()] = ' ';
-            std::memcpy(name + first.size() + 1, last.data(), size_t(last.size()));
-            searched = QByteArrayView(name, first.size() + 1 + last.size());
-        } else {
-            searched = line.columns(def.column, def.width);
-        }
-        if (!containsFolded(searched, needle))
+        if (!match.matches(line))
             continue;
         addLineRow(out.table, line, kSearchColumns, TextColour::Black, [&](ListTable& table, int) {
             for (int day = 1; day <= kBookedSlotCount; ++day) {

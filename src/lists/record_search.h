@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lists/list_columns.h"
+#include "store/record_line.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -20,6 +21,20 @@ enum class SearchKind {
     BuildingLocation,
     ReferenceNo,
     VisitingReportingTo,
+};
+
+// A search kind with its find text, ready to test booking lines. The search and the bulk deletion by text
+// both decide with it, so a text finds in one exactly what it deletes in the other.
+class SearchMatch {
+public:
+    SearchMatch(SearchKind kind, const QString& findText);
+    // The kind's part of the line contains the find text, without regard to case; every character of the
+    // find text is taken literally.
+    bool matches(const RecordLine& line) const;
+
+private:
+    SearchKind m_kind;
+    QByteArray m_needle;
 };
 
 class RecordSearch {

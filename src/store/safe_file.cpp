@@ -4,10 +4,13 @@
 #include <QFileInfo>
 #include <QSaveFile>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace porvane {
 
@@ -135,6 +138,27 @@ FileError appendLine(const QString& path, QByteArrayView line, WritePath* writeP
     }
     file.close();
     if (created)
+        syncFolder(path);
+    return {};
+}
+
+FileError removeAllOrNone(const QStringList& paths) {
+    QStringList aside;
+    for (const QString& path : paths) {
+        const QString moved = path + u".removing"_s;
+        errno = 0;
+        if (::rename(QFile::encodeName(path).constData(), QFile::encodeName(moved).constData()) != 0) {
+            const FileError error = FileError::fromErrno(errnoOr(EACCES), path);
+            for (qsizetype i = 0; i < aside.size(); ++i)
+                ::rename(QFile::encodeName(aside[i]).constData(), QFile::encodeName(paths[i]).constData());
+            return error;
+        }
+        aside.append(moved);
+    }
+    // Past this point every file is gone from the desk's sight; a name left behind is never read as data.
+    for (const QString& moved : aside)
+        QFile::remove(moved);
+    for (const QString& path : paths)
         syncFolder(path);
     return {};
 }

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 class QFileDevice;
@@ -45,6 +46,10 @@ FileError appendLine(const QString& path, QByteArrayView line, WritePath* writeP
 // all accepted) to edit, which appends to out what takes its place, each line ended by CR LF, or nothing to
 // drop it. The file is replaced only when the result differs from what was read (changed tells); a missing
 // file is FileNotFound (53). The file is held as raw bytes, never decoded.
+// Removes all of the files or none of them: each is first renamed aside in its folder, and only when every
+// one is aside are they deleted; a failed rename puts back those already moved. Error of the first failure.
+FileError removeAllOrNone(const QStringList& paths);
+
 using LineEdit = std::function<void(QByteArrayView line, QByteArray& out)>;
 FileError rewriteLines(const QString& path, const LineEdit& edit, bool* changed = nullptr,
                        WritePath* writePath = nullptr);

@@ -1,0 +1,266 @@
+#include "lists/bulk_deletion.h"
+
+#include "desk/date_selection.h"
+#include "store/data_paths.h"
+#include "store/line_reader.h"
+#include "store/safe_file.h"
+
+#include <QDir>
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace porvane {
+
+namespace {
+
+const QString kCrLf = u"\r\n"_s;
+
+QString title() {
+    return u"Porvane 90"_s;
+}
+
+bool isDigits(const QString& text) {
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
+}
+
+} // namespace
+
+BulkDeletion::BulkDeletion(AppState& state)
+    : m_state(state) {}
+
+QString BulkDeletion::allDays() {
+    return tr("All Days");
+}
+
+QString BulkDeletion::allMonths() {
+    return tr("All Months");
+}
+
+QStringList BulkDeletion::dayItems() {
+    QStringList items = DateSelection::dayItems();
+    items.front() = allDays(); // in place of the main window's "--"
+    return items;
+}
+
+QStringList BulkDeletion::monthItems() {
+    return QStringList{allMonths()} + DateSelection::monthItems();
+}
+
+QStringList BulkDeletion::yearItems() const {
+    return DateSelection(m_state.clock.today().year()).yearItems();
+}
+
+QStringList BulkDeletion::kindItems() {
+    QStringList items = RecordSearch::kindItems();
+    items.replace(int(SearchKind::VisitingReportingTo), kindText(SearchKind::VisitingReportingTo));
+    return items;
+}
+
+QString BulkDeletion::kindText(SearchKind kind) {
+    return kind == SearchKind::VisitingReportingTo ? tr("REPORTING TO") : RecordSearch::kindText(kind);
+}
+
+std::optional<SearchKind> BulkDeletion::kindFromText(const QString& text) {
+    if (text.trimmed() == kindText(SearchKind::VisitingReportingTo))
+        return SearchKind::VisitingReportingTo;
+    const auto kind = RecordSearch::kindFromText(text);
+    if (kind == SearchKind::VisitingReportingTo)
+        return std::nullopt; // the main window's name for it is not one of this box's entries
+    return kind;
+}
+
+BulkDeletion::Captions BulkDeletion::captions(SearchKind kind) {
+    switch (kind) {
+    case SearchKind::AnyText:
+        return {tr("Look for:"), tr("Text:")};
+    case SearchKind::Name:
+        return {tr("Find Visitor by:"), tr("Enter Name")};
+    case SearchKind::Organisation:
+    case SearchKind::HomeAddress:
+        return {tr("Search all fields in:"), tr("Find:")};
+    case SearchKind::CarRegistration:
+        return {tr("Find whole or part of a:"), tr("Enter Number Plate:")};
+    case SearchKind::VisitingReportingTo:
+        return {tr("Find who a person is:"), tr("Find:")};
+    case SearchKind::Department:
+    case SearchKind::Category:
+    case SearchKind::BuildingLocation:
+    case SearchKind::ReferenceNo:
+        break;
+    }
+    return {tr("Find a:"), tr("Find:")};
+}
+
+bool BulkDeletion::switchedOff() const {
+    return m_state.settings.ReadOnlyMode() || m_state.settings.ckDisMultiD == u"1";
+}
+
+std::optional<BulkDeletion::Scope> BulkDeletion::checkDate(BulkSelection& selection) {
+    Prompter& prompter = m_state.prompter;
+    const QString day = selection.day.trimmed();
+    const bool wholeMonth = day == allDays();
+    const int dayNumber = day.toInt();
+    if (!wholeMonth && (!isDigits(day) || day.size() > 2 || dayNumber < 1 || dayNumber > 31)) {
+        prompter.tell(title(), tr("ATTENTION: The DAY entered is not valid - Try selecting again"));
+        return std::nullopt;
+    }
+
+    DateSelection dates(m_state.clock.today().year());
+    dates.setYearText(selection.year.trimmed());
+    const bool wholeYear = selection.month.trimmed() == allMonths();
+    if (wholeYear) {
+        if (!dates.testYear(prompter))
+            return std::nullopt;
+    } else {
+        dates.setMonthText(selection.month.trimmed());
+        dates.setDayText(wholeMonth ? DateSelection::noDay() : day);
+        if (!dates.testDate(prompter))
+            return std::nullopt;
+        if (!wholeMonth)
+            selection.day = dates.dayText();
+    }
+    // A year the date test let through may still not be a plain four-digit year ("2024x").
+    if (!isDigits(dates.yearText()) || dates.yearText().size() != 4) {
+        prompter.tell(title(), tr("Porvane Can't Determine the Date you wish to Delete - Select again!"));
+        return std::nullopt;
+    }
+    if (wholeYear)
+        return Scope::Year;
+    if (!wholeMonth)
+        return Scope::Day;
+    return selection.findText.trimmed().isEmpty() ? Scope::Month : Scope::MonthWithText;
+}
+
+bool BulkDeletion::confirmed(const QString& question) {
+    return m_state.prompter.ask({title(), question, Buttons::YesNo, Icon::Question}) == Answer::Yes;
+}
+
+BulkDeletion::Outcome BulkDeletion::run(BulkSelection& selection) {
+    if (switchedOff())
+        return {};
+    const std::optional<Scope> scope = checkDate(selection);
+    if (!scope)
+        return {};
+
+    Outcome out = remove(*scope, selection);
+    if (out.finished())
+        m_state.showResultInTitle(out.resultText);
+    return out;
+}
+
+BulkDeletion::Outcome BulkDeletion::remove(Scope scope, const BulkSelection& selection) {
+    const QString year = selection.year.trimmed();
+    const QString month = selection.month.trimmed();
+    const QString monthYear = month + u' ' + year;
+    const QString yymm = year.right(2) + DateSelection::MonthNumber(month);
+    const QString proceed = kCrLf + tr("Do you wish to proceed?");
+    const Outcome declined{Outcome::Status::Declined, scope, 0, {}, {}};
+
+    switch (scope) {
+    case Scope::Year:
+        if (!confirmed(tr("This will DELETE ALL BOOKINGS for the Entire YEAR of ") + year + u'.' + proceed))
+            return declined;
+        return deleteYear(year);
+    case Scope::Month:
+        if (!confirmed(tr("DELETE ALL BOOKINGS for the Entire MONTH of ") + monthYear + u'.' + proceed))
+            return declined;
+        return deleteMonth(yymm, monthYear);
+    case Scope::MonthWithText: {
+        const SearchKind kind = kindFromText(selection.kind).value_or(SearchKind::AnyText);
+        const QString text = selection.findText.trimmed();
+        const QString filter = kind == SearchKind::AnyText
+                                   ? u"[ "_s + text + tr(" ] found in ANY field")
+                                   : u"[ "_s + text + tr(" ] in the ") + kindText(kind) + tr(" field");
+        if (!confirmed(tr("DELETE ALL BOOKINGS for the Month of ") + monthYear + tr(" with:") + kCrLf +
+                       filter + proceed))
+            return declined;
+        const SearchMatch match(kind, text);
+        return deleteLines(scope, yymm, monthYear,
+                           [&match](const RecordLine& line) { return match.matches(line); });
+    }
+    case Scope::Day: {
+        const int day = selection.day.trimmed().toInt();
+        const QString date = selection.day.trimmed() + tr(" of ") + monthYear;
+        if (!confirmed(tr("DELETE ALL Bookings made on the ") + date + u'.' + proceed))
+            return declined;
+        // A booking with a time on that day goes whole, with its other days and its pass.
+        return deleteLines(scope, yymm, date,
+                           [day](const RecordLine& line) { return !line.bookedSlot(day).isEmpty(); });
+    }
+    }
+    return {};
+}
+
+BulkDeletion::Outcome BulkDeletion::deleteYear(const QString& year) {
+    Outcome out{Outcome::Status::Failed, Scope::Year, 0, {}, {}};
+    DataLock lock(m_state.dataPath(), lockWait);
+    if ((out.error = takeDataLock(lock, m_state.prompter)))
+        return out;
+    const QDir records(QDir(m_state.dataPath()).filePath(u"Record"_s));
+    QStringList paths;
+    for (const QString& name :
+         records.entryList({year.right(2) + u"*.vrf"_s}, QDir::Files | QDir::CaseSensitive, QDir::Name))
+        paths.append(records.filePath(name));
+    if ((out.error = removeAllOrNone(paths)))
+        return out;
+    out.status = Outcome::Status::Deleted;
+    out.count = int(paths.size());
+    out.resultText = tr("All Bookings for the year ") + year + tr(" Deleted");
+    return out;
+}
+
+BulkDeletion::Outcome BulkDeletion::deleteMonth(const QString& yymm, const QString& monthYear) {
+    Outcome out{Outcome::Status::Failed, Scope::Month, 0, {}, {}};
+    DataLock lock(m_state.dataPath(), lockWait);
+    if ((out.error = takeDataLock(lock, m_state.prompter)))
+        return out;
+    // The file stays, empty: the month's lists then show no rows rather than a missing file.
+    if ((out.error = replaceFile(monthFilePath(m_state.dataPath(), yymm), QByteArrayView(), writePath)))
+        return out;
+    out.status = Outcome::Status::Deleted;
+    out.resultText = tr("All Bookings for ") + monthYear + tr(" Deleted");
+    return out;
+}
+
+BulkDeletion::Outcome BulkDeletion::deleteLines(Scope scope, const QString& yymm, const QString& dateText,
+                                                const std::function<bool(const RecordLine&)>& drops) {
+    Outcome out{Outcome::Status::Failed, scope, 0, {}, {}};
+    const QString path = monthFilePath(m_state.dataPath(), yymm);
+    DataLock lock(m_state.dataPath(), lockWait);
+    if ((out.error = takeDataLock(lock, m_state.prompter)))
+        return out;
+    // Counted first, so that a month where nothing matches is not written at all.
+    LineReader reader(path);
+    QByteArrayView bytes;
+    while (reader.next(bytes))
+        out.count += drops(RecordLine(bytes)) ? 1 : 0;
+    if ((out.error = reader.error()))
+        return out;
+
+    const bool theDay = scope == Scope::Day;
+    if (out.count == 0) {
+        out.status = Outcome::Status::NothingMatched;
+        out.resultText =
+            (theDay ? tr("No Records Deleted for the ") : tr("No Records Deleted for ")) + dateText;
+        return out;
+    }
+    const LineEdit keep = [&drops](QByteArrayView stored, QByteArray& kept) {
+        if (drops(RecordLine(stored)))
+            return;
+        kept.append(stored);
+        kept.append(kLineEnd);
+    };
+    if ((out.error = rewriteLines(path, keep, nullptr, writePath)))
+        return out;
+    out.status = Outcome::Status::Deleted;
+    if (out.count == 1)
+        out.resultText = theDay ? tr("One Record Deleted for the ") : tr("One Record Deleted for ");
+    else
+        out.resultText = QString::number(out.count) +
+                         (theDay ? tr(" Records Deleted for the ") : tr(" Records Deleted for "));
+    out.resultText += dateText;
+    return out;
+}
+
+} // namespace porvane

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "app/app_state.h"
+#include "lists/record_search.h"
+#include "store/data_lock.h"
+#include "store/file_error.h"
+
+#include <QCoreApplication>
+#include <QString>
+#include <QStringList>
+#include <chrono>
+#include <functional>
+#include <optional>
+
+namespace porvane {
+
+class WritePath;
+
+// What the boxes of the bulk deletion window hold, as texts.
+struct BulkSelection {
+    QString day;   // "All Days" or 1..31; the date test may correct it
+    QString month; // "All Months" or JANUARY..DECEMBER
+    QString year;
+    QString kind; // one of BulkDeletion::kindItems()
+    QString findText;
+};
+
+// Removes old bookings in bulk from the month files: a whole year, a whole month, the bookings of one day,
+// or those of one month whose chosen field contains a text. Every change is made under the data folder's
+// lock from a fresh read and replaces or removes files whole, so a failure leaves them as they were. Photos
+// and day status files are never touched.
+class BulkDeletion {
+    Q_DECLARE_TR_FUNCTIONS(BulkDeletion)
+
+public:
+    enum class Scope { Year, Month, MonthWithText, Day };
+
+    struct Outcome {
+        enum class Status {
+            Deleted,        // done; resultText tells what
+            NothingMatched, // a day or a text matched no booking; nothing was written
+            Declined,       // the operator answered No
+            Refused,        // a date message was shown, or bulk deletion is switched off
+            Failed,         // error tells why; nothing was changed
+        };
+        Status status = Status::Refused;
+        Scope scope = Scope::Year;
+        int count = 0; // bookings dropped (day, text) or month files removed (year)
+        // For the main window: "All Bookings for MARCH 2024 Deleted", "No Records Deleted for ..."
+        QString resultText;
+        FileError error;
+
+        bool finished() const { return status == Status::Deleted || status == Status::NothingMatched; }
+    };
+
+    explicit BulkDeletion(AppState& state);
+
+    // How long a deletion waits for another desk's lock before asking the operator what to do.
+    std::chrono::milliseconds lockWait = DataLock::kDefaultWait;
+    // Where the bytes go; tests hand in one that fails part-way. Null means the real file system.
+    WritePath* writePath = nullptr;
+
+    static QString allDays();
+    static QString allMonths();
+    // CBMDELDay: "All Days", 1..31. CBMDELMonth: "All Months", JANUARY..DECEMBER. CBMDELYear: the
+    // supported years.
+    static QStringList dayItems();
+    static QStringList monthItems();
+    QStringList yearItems() const;
+
+    // CBDListBy: the search kinds, with "REPORTING TO" for "VISITING/REPORTING TO".
+    static QStringList kindItems();
+    static QString kindText(SearchKind kind);
+    static std::optional<SearchKind> kindFromText(const QString& text);
+    // The two captions beside the find text box for a kind: above the kind box, and beside the text box.
+    struct Captions {
+        QString kind;
+        QString text;
+    };
+    static Captions captions(SearchKind kind);
+
+    // Read-only desks and desks with bulk deletion switched off (ckDisMultiD "1") delete nothing.
+    bool switchedOff() const;
+
+    // cmdMDELDelete: checks the date boxes (a day beyond the month's end is corrected in selection, with a
+    // message), asks the operator, then deletes. A finished deletion's result text goes into the main
+    // window's title.
+    Outcome run(BulkSelection& selection);
+
+private:
+    std::optional<Scope> checkDate(BulkSelection& selection);
+    Outcome remove(Scope scope, const BulkSelection& selection);
+    Outcome deleteYear(const QString& year);
+    Outcome deleteMonth(const QString& yymm, const QString& monthYear);
+    Outcome deleteLines(Scope scope, const QString& yymm, const QString& dateText,
+                        const std::function<bool(const RecordLine&)>& drops);
+    bool confirmed(const QString& question);
+
+    AppState& m_state;
+};
+
+} // namespace porvane

@@ -1,0 +1,102 @@
+#include "temp_data_folder.h"
+
+#include <QDir>
+#include <QProcess>
+#include <gtest/gtest.h>
+
+using porvane::test::handLine;
+using porvane::test::TempDataFolder;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct AdminRun {
+    int status = -1;
+    QString out;
+    QString err;
+};
+
+// porvane-admin purge over the folder, with `input` on its stdin.
+AdminRun purge(const TempDataFolder& folder, const QStringList& args, const QByteArray& input = {}) {
+    QProcess p;
+    p.start(QStringLiteral(PORVANE_STAGE_DIR "/porvane-admin"),
+            QStringList{u"--home"_s, QStringLiteral(PORVANE_STAGE_DIR), u"--data"_s, folder.dataPath(),
+                        u"--today"_s, u"2024-06-15"_s, u"purge"_s} +
+                args);
+    p.write(input);
+    p.closeWriteChannel();
+    if (!p.waitForFinished(60000))
+        return {};
+    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
+            QString::fromUtf8(p.readAllStandardError())};
+}
+
+const QByteArray kMarch = handLine({{1, "240301090000"}, {14, "Ann"}, {31, "Lee"}, {1076, "0900"}}) + "\r\n" +
+                          handLine({{1, "240302090000"}, {14, "Bob"}, {31, "Ray"}, {1080, "1000"}}) + "\r\n";
+
+TEST(PurgeCommand, yesDeletesWithoutAsking_andPrintsTheDesksResultText) {
+    TempDataFolder folder;
+    folder.write(u"Record/2403.vrf"_s, kMarch);
+    AdminRun r = purge(folder, {u"day"_s, u"2024-03-05"_s, u"--yes"_s});
+    ASSERT_EQ(r.status, 0) << r.err.toStdString();
+    EXPECT_EQ(r.out, u"One Record Deleted for the 5 of MARCH 2024\n");
+    EXPECT_FALSE(r.err.contains(u"Do you wish to proceed?")) << r.err.toStdString();
+    EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), kMarch.mid(kMarch.indexOf('\n') + 1));
+
+    // Nothing left to match is a result, not a failure, and writes nothing.
+    r = purge(folder, {u"month"_s, u"2024-03"_s, u"NAME"_s, u"ann"_s, u"--yes"_s});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, u"No Records Deleted for MARCH 2024\n");
+
+    folder.write(u"Record/2401.vrf"_s, kMarch);
+    folder.write(u"Record/2501.vrf"_s, kMarch);
+    r = purge(folder, {u"year"_s, u"2024"_s, u"--yes"_s});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, u"All Bookings for the year 2024 Deleted\n");
+    EXPECT_EQ(QDir(folder.path(u"Record"_s)).entryList(QDir::Files), QStringList{u"2501.vrf"_s});
+}
+
+TEST(PurgeCommand, withoutYesAsksOnTheTerminal_andOnlyYDeletes) {
+    TempDataFolder folder;
+    folder.write(u"Record/2403.vrf"_s, kMarch);
+    AdminRun r = purge(folder, {u"month"_s, u"2024-03"_s}, "\n");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_TRUE(
+        r.err.contains(u"DELETE ALL BOOKINGS for the Entire MONTH of MARCH 2024.\nDo you wish to proceed?"))
+        << r.err.toStdString();
+    EXPECT_TRUE(r.err.contains(u"[y/N]"));
+    EXPECT_TRUE(r.err.contains(u"nothing deleted"));
+    EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), kMarch);
+
+    r = purge(folder, {u"month"_s, u"2024-03"_s, u"REPORTING TO"_s, u"x"_s}, "n\n");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), kMarch);
+
+    r = purge(folder, {u"month"_s, u"2024-03"_s}, "y\n");
+    ASSERT_EQ(r.status, 0) << r.err.toStdString();
+    EXPECT_EQ(r.out, u"All Bookings for MARCH 2024 Deleted\n");
+    EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), QByteArray());
+}
+
+TEST(PurgeCommand, wrongArgumentsAreUsageErrors_andFailuresExitOne) {
+    TempDataFolder folder;
+    folder.write(u"Record/2402.vrf"_s, kMarch);
+    for (const QStringList& args : {QStringList{u"day"_s, u"2024-02-30"_s, u"--yes"_s},
+                                    QStringList{u"month"_s, u"2024-02"_s, u"NAME"_s, u"  "_s, u"--yes"_s},
+                                    QStringList{u"month"_s, u"2024-02"_s, u"SURNAME"_s, u"x"_s, u"--yes"_s},
+                                    QStringList{u"week"_s, u"2024-02"_s}, QStringList{u"year"_s, u"24"_s}}) {
+        const AdminRun r = purge(folder, args);
+        EXPECT_EQ(r.status, 2) << args.join(u' ').toStdString();
+        EXPECT_TRUE(r.err.contains(u"usage:"));
+    }
+    EXPECT_EQ(folder.read(u"Record/2402.vrf"_s), kMarch);
+
+    const AdminRun missing = purge(folder, {u"day"_s, u"2024-04-02"_s, u"--yes"_s});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_TRUE(missing.err.contains(u"File not found")) << missing.err.toStdString();
+    const AdminRun tooLate = purge(folder, {u"year"_s, u"2031"_s, u"--yes"_s});
+    EXPECT_EQ(tooLate.status, 1);
+    EXPECT_TRUE(tooLate.err.contains(u"ATTENTION: No VALID Date selected - Try selecting again"));
+}
+
+} // namespace
