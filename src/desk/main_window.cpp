@@ -408,6 +408,17 @@ void MainWindow::wireEditor() {
         m_timesModel->reload();
         showEditorState();
     });
+    // Each press sends the focus to the search box again, even when it was sent there last time.
+    connect(cmdIN, &QPushButton::clicked, this, [this] {
+        m_appliedFocus = BookingEditor::Focus::None;
+        m_editor.cmdIN();
+        showEditorState();
+    });
+    connect(cmdOUT, &QPushButton::clicked, this, [this] {
+        m_appliedFocus = BookingEditor::Focus::None;
+        m_editor.cmdOUT();
+        showEditorState();
+    });
 }
 
 void MainWindow::wireTimes() {
@@ -679,9 +690,14 @@ void MainWindow::showEditorState() {
     if (v.focus != BookingEditor::Focus::None && (v.focus != m_appliedFocus || v.caret != m_appliedCaret)) {
         m_appliedFocus = v.focus;
         m_appliedCaret = v.caret;
-        QLineEdit* target = v.focus == BookingEditor::Focus::FirstName ? FirstNameTB : LastNameTB;
-        target->setFocus();
-        target->setCursorPosition(v.caret);
+        if (v.focus == BookingEditor::Focus::MainFind) {
+            MainFindTB->setFocus();
+            MainFindTB->selectAll();
+        } else {
+            QLineEdit* target = v.focus == BookingEditor::Focus::FirstName ? FirstNameTB : LastNameTB;
+            target->setFocus();
+            target->setCursorPosition(v.caret);
+        }
     }
     for (QWidget* w :
          std::initializer_list<QWidget*>{cmdNEW, cmdSAVE, cmdDelete, cmdADD, cmdSUB, cmdCLEARAll})
