@@ -744,10 +744,8 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1) {
-        ShowHelp(m_state);
+    if (openHelpOnKey(m_state, *event))
         return;
-    }
     QMainWindow::keyPressEvent(event);
 }
 

@@ -1,11 +1,14 @@
 #include "photos/camera_window.h"
 
+#include "app/help_topics.h"
+
 #include <QCamera>
 #include <QCameraDevice>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMediaCaptureSession>
 #include <QMediaDevices>
@@ -129,6 +132,12 @@ CameraWindow::CameraWindow(AppState& state, QWidget* parent)
 }
 
 CameraWindow::~CameraWindow() = default;
+
+// Help on the camera, or on its set-up while that is shown.
+void CameraWindow::keyPressEvent(QKeyEvent* event) {
+    if (!openHelpOnKey(m_state, *event))
+        QDialog::keyPressEvent(event);
+}
 
 void CameraWindow::setSetupShown(bool shown) {
     m_setup->setVisible(shown);

@@ -1,10 +1,13 @@
 #include "photos/photo_manager_window.h"
 
+#include "app/help_topics.h"
+
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
@@ -144,6 +147,11 @@ PhotoManagerWindow::PhotoManagerWindow(AppState& state, QWidget* parent)
         showRows(m_photos.list(chosenMonths(), m_day->currentIndex()));
     });
     connect(closeButton, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+void PhotoManagerWindow::keyPressEvent(QKeyEvent* event) {
+    if (!openHelpOnKey(m_state, *event, 70))
+        QDialog::keyPressEvent(event);
 }
 
 QStringList PhotoManagerWindow::chosenMonths() const {
