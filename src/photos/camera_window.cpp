@@ -69,6 +69,7 @@ CameraWindow::CameraWindow(AppState& state, QWidget* parent)
     auto* setupButton = named(new QPushButton(tr("Video cfg"), this), "cmdEnterSetup");
     auto* closeButton = named(new QPushButton(tr("Close"), this), "cmdClose");
     setupButton->setVisible(m_state.settings.ckEnbl_VidConfig == u"1");
+    snapButton->setEnabled(!m_state.settings.ReadOnlyMode());
     auto* status = named(new QWidget(this), "picStatus");
     m_statusCode = named(new QLabel(tr("Status Panel"), status), "lblStatusCode");
     m_statusString = named(new QLabel(status), "lblStatusString");

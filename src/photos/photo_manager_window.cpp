@@ -87,7 +87,9 @@ PhotoManagerWindow::PhotoManagerWindow(AppState& state, QWidget* parent)
     auto* remove = named(new QPushButton(tr("&Delete Photo"), this), "cmdHPDelete");
     auto* removeAll = named(new QPushButton(tr("Delete &All Listed"), this), "cmdHPDeleteList");
     auto* closeButton = named(new QPushButton(tr("&Close"), this), "cmdHPClose");
-    attach->setEnabled(!m_state.record[Field::RegNo].trimmed().isEmpty());
+    attach->setEnabled(m_photos.changesAllowed() && !m_state.record[Field::RegNo].trimmed().isEmpty());
+    remove->setEnabled(m_photos.changesAllowed());
+    removeAll->setEnabled(m_photos.changesAllowed());
 
     auto* choose = new QHBoxLayout;
     choose->addWidget(m_month);
