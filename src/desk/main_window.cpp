@@ -194,12 +194,19 @@ QWidget* MainWindow::buildEditor() {
     LaOFFSite = named(new QLabel, "LaOFFSite");
     LaON_Site->setToolTip(tr("Arrived today"));
     LaOFFSite->setToolTip(tr("Departed today"));
+    // Wide enough for a time, so that marking IN or OUT does not shift the labels beside them.
+    for (QLabel* l : {LaON_Site, LaOFFSite}) {
+        l->setAlignment(Qt::AlignCenter);
+        l->setFixedWidth(l->fontMetrics().horizontalAdvance(QStringLiteral("00:00")) + 16);
+    }
     auto* labels = new QHBoxLayout;
     labels->addWidget(new QLabel(tr("Pass:")));
     labels->addWidget(PassPrntdLa, 2);
     labels->addWidget(PhotoOnFLa, 1);
+    labels->addSpacing(6);
     labels->addWidget(new QLabel(tr("In:")));
     labels->addWidget(LaON_Site);
+    labels->addSpacing(6);
     labels->addWidget(new QLabel(tr("Out:")));
     labels->addWidget(LaOFFSite);
     grid->addLayout(labels, 9, 0, 1, 6);
