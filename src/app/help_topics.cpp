@@ -5,6 +5,7 @@
 #include <QCursor>
 #include <QDesktopServices>
 #include <QGuiApplication>
+#include <QKeyEvent>
 
 namespace porvane {
 
@@ -70,6 +71,15 @@ void ShowHelp(AppState& state) {
     }
     if (cursor)
         QGuiApplication::restoreOverrideCursor();
+}
+
+bool openHelpOnKey(AppState& state, const QKeyEvent& event, qint32 topic) {
+    if (event.key() != Qt::Key_F1 || event.modifiers() != Qt::NoModifier)
+        return false;
+    if (topic > 0)
+        state.HelpContext = topic;
+    ShowHelp(state);
+    return true;
 }
 
 } // namespace porvane

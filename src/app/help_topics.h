@@ -3,6 +3,8 @@
 #include <QString>
 #include <QUrl>
 
+class QKeyEvent;
+
 namespace porvane {
 
 class AppState;
@@ -29,5 +31,9 @@ QUrl helpUrlFor(const QString& appPath, qint32 context);
 // Opens the page of the current HelpContext through state.urlOpener (the desktop's when none is set).
 // A missing page or browser is left to the browser to report.
 void ShowHelp(AppState& state);
+
+// A window's help key: F1 opens help, on the window's own topic when it has one (topic above 0), else on the
+// current HelpContext. True when the key was the help key.
+bool openHelpOnKey(AppState& state, const QKeyEvent& event, qint32 topic = 0);
 
 } // namespace porvane

@@ -371,6 +371,56 @@ void BookingEditor::clearEditor() {
     showRecord();
 }
 
+// ---------------------------------------------------------------- arrival and departure
+
+void BookingEditor::cmdIN() {
+    if (!siteMarkAllowed(tr("Can't mark as ARRIVED: No booking has been created or saved!"), 3))
+        return;
+    // Marking in again starts a new visit, so an earlier departure goes.
+    m_state.record[Field::TimeOnSite] = m_state.clock.now().toString(QStringLiteral("hh:mm"));
+    m_state.record[Field::TimeOffSite] = QString::fromUtf16(kNoTimeMark);
+    paintSiteLabels();
+    writeSiteTimes(tr("The arrival"));
+}
+
+void BookingEditor::cmdOUT() {
+    if (!siteMarkAllowed(tr("Can't mark as DEPARTED: No booking has been created or saved!"), 4))
+        return;
+    // Nobody leaves who has not arrived.
+    if (m_state.record[Field::TimeOnSite].trimmed().size() < 5)
+        return;
+    m_state.record[Field::TimeOffSite] = m_state.clock.now().toString(QStringLiteral("hh:mm"));
+    paintSiteLabels();
+    writeSiteTimes(tr("The departure"));
+}
+
+bool BookingEditor::siteMarkAllowed(const QString& noBookingText, qsizetype lastNameBound) {
+    if (readOnly())
+        return false;
+    setHelpContext(m_state, DeskAction::ArriveOrDepart);
+    if (!bookingOpen()) {
+        m_state.prompter.tell(plainTitle(), noBookingText, Icon::Exclamation);
+        return false;
+    }
+    return box(Field::LastName).trimmed().size() >= lastNameBound ||
+           box(Field::FirstName).trimmed().size() >= 2;
+}
+
+// The new time is on screen already; the desk's next name is typed into the search box.
+void BookingEditor::writeSiteTimes(const QString& what) {
+    m_view.focus = Focus::MainFind;
+    if (const FileError error = UpdateDayStatus(m_state, box(Field::RegNo))) {
+        m_state.prompter.tell(plainTitle(),
+                              what + tr(" could not be written to today's status file: ") + error.text +
+                                  tr(" (error %1).").arg(error.number),
+                              Icon::Exclamation);
+        // Show what the file still holds rather than a mark that was never stored.
+        showSiteLabels();
+    }
+    if (refreshList)
+        refreshList();
+}
+
 // ---------------------------------------------------------------- list rows
 
 bool BookingEditor::refuseSort() {
@@ -583,6 +633,12 @@ void BookingEditor::showSiteLabels() {
         times = siteTimes(r[Field::RegNo].trimmed());
     r[Field::TimeOnSite] = siteTimeText(times.first);
     r[Field::TimeOffSite] = siteTimeText(times.second);
+    paintSiteLabels();
+}
+
+// The label of the visit's present state is highlighted, the other greyed.
+void BookingEditor::paintSiteLabels() {
+    const CurrentRecord& r = m_state.record;
     const Label greyOn{r[Field::TimeOnSite], editor_colour::kWindow, editor_colour::kDarkGrey};
     const Label greyOff{r[Field::TimeOffSite], editor_colour::kWindow, editor_colour::kDarkGrey};
     const bool arrived = r[Field::TimeOnSite] != QString::fromUtf16(kNoTimeMark);

@@ -47,7 +47,7 @@ public:
         QColor background; // invalid: the window's own
         QColor foreground; // invalid: the window's own
     };
-    enum class Focus { None, FirstName, LastName };
+    enum class Focus { None, FirstName, LastName, MainFind };
 
     struct View {
         std::array<QString, kFieldCount> box; // by Field; only the kBoxes entries are shown
@@ -67,7 +67,8 @@ public:
 
     BookingEditor(AppState& state, DateSelection& dates, BookedTimes& times, BookingStore& store);
 
-    // Rebuilds the list the grid shows; the window sets it. Called after every save and delete.
+    // Rebuilds the list the grid shows; the window sets it. Called after every save, delete, arrival and
+    // departure.
     std::function<void()> refreshList;
     // Called each time the registration box changes during NEW's flash, so the window can show each step.
     std::function<void(const QString&)> regNoShown;
@@ -93,6 +94,9 @@ public:
     void cmdSAVE();
     void cmdNEW();
     void cmdDelete();
+    // Arrival and departure: mark the open booking in or out now and write today's day status file.
+    void cmdIN();
+    void cmdOUT();
     // A click on a list row holding the booking regNo.
     void openRow(const QString& regNo);
     // A sort request on the list grid; refused in the IN/OUT day-status view. True when refused.
@@ -140,6 +144,10 @@ private:
     void showPassLabel();
     void showPhotoLabel();
     void showSiteLabels();
+    void paintSiteLabels();
+    // The tests IN and OUT share: the desk may write, a saved booking is open and its name is long enough.
+    bool siteMarkAllowed(const QString& noBookingText, qsizetype lastNameBound);
+    void writeSiteTimes(const QString& what);
     void showBookingMonth();
 
     AppState& m_state;

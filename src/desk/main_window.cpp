@@ -195,12 +195,19 @@ QWidget* MainWindow::buildEditor() {
     LaOFFSite = named(new QLabel, "LaOFFSite");
     LaON_Site->setToolTip(tr("Arrived today"));
     LaOFFSite->setToolTip(tr("Departed today"));
+    // Wide enough for a time, so that marking IN or OUT does not shift the labels beside them.
+    for (QLabel* l : {LaON_Site, LaOFFSite}) {
+        l->setAlignment(Qt::AlignCenter);
+        l->setFixedWidth(l->fontMetrics().horizontalAdvance(QStringLiteral("00:00")) + 16);
+    }
     auto* labels = new QHBoxLayout;
     labels->addWidget(new QLabel(tr("Pass:")));
     labels->addWidget(PassPrntdLa, 2);
     labels->addWidget(PhotoOnFLa, 1);
+    labels->addSpacing(6);
     labels->addWidget(new QLabel(tr("In:")));
     labels->addWidget(LaON_Site);
+    labels->addSpacing(6);
     labels->addWidget(new QLabel(tr("Out:")));
     labels->addWidget(LaOFFSite);
     grid->addLayout(labels, 9, 0, 1, 6);
@@ -407,6 +414,17 @@ void MainWindow::wireEditor() {
     connect(cmdDelete, &QPushButton::clicked, this, [this] {
         m_editor.cmdDelete();
         m_timesModel->reload();
+        showEditorState();
+    });
+    // Each press sends the focus to the search box again, even when it was sent there last time.
+    connect(cmdIN, &QPushButton::clicked, this, [this] {
+        m_appliedFocus = BookingEditor::Focus::None;
+        m_editor.cmdIN();
+        showEditorState();
+    });
+    connect(cmdOUT, &QPushButton::clicked, this, [this] {
+        m_appliedFocus = BookingEditor::Focus::None;
+        m_editor.cmdOUT();
         showEditorState();
     });
 }
@@ -691,9 +709,14 @@ void MainWindow::showEditorState() {
     if (v.focus != BookingEditor::Focus::None && (v.focus != m_appliedFocus || v.caret != m_appliedCaret)) {
         m_appliedFocus = v.focus;
         m_appliedCaret = v.caret;
-        QLineEdit* target = v.focus == BookingEditor::Focus::FirstName ? FirstNameTB : LastNameTB;
-        target->setFocus();
-        target->setCursorPosition(v.caret);
+        if (v.focus == BookingEditor::Focus::MainFind) {
+            MainFindTB->setFocus();
+            MainFindTB->selectAll();
+        } else {
+            QLineEdit* target = v.focus == BookingEditor::Focus::FirstName ? FirstNameTB : LastNameTB;
+            target->setFocus();
+            target->setCursorPosition(v.caret);
+        }
     }
     for (QWidget* w :
          std::initializer_list<QWidget*>{cmdNEW, cmdSAVE, cmdDelete, cmdADD, cmdSUB, cmdCLEARAll})
@@ -740,10 +763,8 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1) {
-        ShowHelp(m_state);
+    if (openHelpOnKey(m_state, *event))
         return;
-    }
     QMainWindow::keyPressEvent(event);
 }
 

@@ -68,7 +68,8 @@ void PassIssue::open() {
     PassWorking& p = m_state.pass;
 
     m_view = View();
-    m_view.printEnabled = s.ckDisPassPrn != u"1";
+    // A read-only desk neither issues nor removes passes: both are stored in the booking.
+    m_view.printEnabled = s.ckDisPassPrn != u"1" && !s.ReadOnlyMode();
 
     p = PassWorking();
     p.PassStartDate = dateText(now.date());
@@ -99,7 +100,7 @@ void PassIssue::open() {
     m_view.laBCVisible = s.ckEnbl_BarOP == u"1";
 
     m_state.RemovePassRequested = false;
-    m_view.removeEnabled = !r[Field::PassIssued].trimmed().isEmpty();
+    m_view.removeEnabled = !s.ReadOnlyMode() && !r[Field::PassIssued].trimmed().isEmpty();
 }
 
 void PassIssue::choosePassNumber(const QString& text) {
@@ -268,7 +269,7 @@ PassContent PassIssue::content() const {
 }
 
 PassIssue::PrintResult PassIssue::print(const Render& render, const StoreRecord& store, QString* error) {
-    if (m_state.settings.ckDisPassPrn == u"1")
+    if (m_state.settings.ckDisPassPrn == u"1" || m_state.settings.ReadOnlyMode())
         return PrintResult::Disabled;
     if (!QFileInfo::exists(visitorPhoto()) &&
         m_state.prompter.ask({kTitle, tr("No Photo Found:  Do you wish to Print Without Photo ? "),

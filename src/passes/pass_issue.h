@@ -47,7 +47,7 @@ public:
     };
 
     enum class PrintResult {
-        Disabled,   // pass printing is switched off
+        Disabled,   // pass printing is switched off, or the desk is read-only
         Declined,   // no photo and the operator chose not to print without one
         NotPrinted, // the printer failed; the record keeps its previous pass
         NotStored,  // printed, but the record could not be stored
@@ -85,7 +85,7 @@ public:
     void reloadPhoto();
 
     // The remove button sets the request; the window then closes and asks here whether it may.
-    void requestRemoval() { m_state.RemovePassRequested = true; }
+    void requestRemoval() { m_state.RemovePassRequested = !m_state.settings.ReadOnlyMode(); }
     // True when the window may close; asks the removal question when removal was requested.
     bool confirmClose();
 

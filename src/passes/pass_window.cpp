@@ -1,11 +1,14 @@
 #include "passes/pass_window.h"
 
+#include "app/help_topics.h"
+
 #include <QCalendarWidget>
 #include <QComboBox>
 #include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPixmap>
@@ -261,6 +264,11 @@ void PassWindow::changeEvent(QEvent* event) {
         m_pass.reloadPhoto();
         refresh();
     }
+}
+
+void PassWindow::keyPressEvent(QKeyEvent* event) {
+    if (!openHelpOnKey(m_state, *event, 100))
+        QDialog::keyPressEvent(event);
 }
 
 void PassWindow::done(int result) {

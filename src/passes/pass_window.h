@@ -34,6 +34,7 @@ public:
 protected:
     void changeEvent(QEvent* event) override;
     void done(int result) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void refresh();

@@ -23,6 +23,8 @@ QImage fitSnapshot(const QImage& frame) {
 }
 
 bool CameraCapture::snapshot(FrameSource& source) {
+    if (m_state.settings.ReadOnlyMode())
+        return false;
     const QString title = QStringLiteral("Porvane 90");
     const CurrentRecord& r = m_state.record;
     const QString path =

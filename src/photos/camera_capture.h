@@ -23,7 +23,8 @@ public:
 
     // Opening clears the mark of an earlier capture.
     void open() { m_state.JustCapturedMark = false; }
-    // True when the photo was written; failures are shown through the prompter.
+    // True when the photo was written; failures are shown through the prompter. A read-only desk writes
+    // nothing.
     bool snapshot(FrameSource& source);
 
 private:

@@ -1,11 +1,14 @@
 #include "photos/camera_window.h"
 
+#include "app/help_topics.h"
+
 #include <QCamera>
 #include <QCameraDevice>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMediaCaptureSession>
 #include <QMediaDevices>
@@ -66,6 +69,7 @@ CameraWindow::CameraWindow(AppState& state, QWidget* parent)
     auto* setupButton = named(new QPushButton(tr("Video cfg"), this), "cmdEnterSetup");
     auto* closeButton = named(new QPushButton(tr("Close"), this), "cmdClose");
     setupButton->setVisible(m_state.settings.ckEnbl_VidConfig == u"1");
+    snapButton->setEnabled(!m_state.settings.ReadOnlyMode());
     auto* status = named(new QWidget(this), "picStatus");
     m_statusCode = named(new QLabel(tr("Status Panel"), status), "lblStatusCode");
     m_statusString = named(new QLabel(status), "lblStatusString");
@@ -129,6 +133,12 @@ CameraWindow::CameraWindow(AppState& state, QWidget* parent)
 }
 
 CameraWindow::~CameraWindow() = default;
+
+// Help on the camera, or on its set-up while that is shown.
+void CameraWindow::keyPressEvent(QKeyEvent* event) {
+    if (!openHelpOnKey(m_state, *event))
+        QDialog::keyPressEvent(event);
+}
 
 void CameraWindow::setSetupShown(bool shown) {
     m_setup->setVisible(shown);

@@ -25,6 +25,9 @@ public:
     explicit CameraWindow(AppState& state, QWidget* parent = nullptr);
     ~CameraWindow() override;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     void chooseCamera(int index);
     void snap();

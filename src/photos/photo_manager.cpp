@@ -87,7 +87,7 @@ QString PhotoManager::show(const PhotoRow& row) {
 }
 
 bool PhotoManager::attach(const PhotoRow& selected) {
-    if (selected.regNo.size() != 12)
+    if (!changesAllowed() || selected.regNo.size() != 12)
         return false;
     CurrentRecord& r = m_state.record;
     const QString current = r[Field::FirstName].trimmed() + u' ' + r[Field::LastName].trimmed();
@@ -149,7 +149,7 @@ void PhotoManager::photoGone(const QString& regNo) {
 }
 
 QString PhotoManager::deleteOne(const PhotoRow& row) {
-    if (row.regNo.isEmpty())
+    if (!changesAllowed() || row.regNo.isEmpty())
         return {};
     if (m_state.prompter.ask({kTitle, tr("This will permanently delete the photo for ") + row.name,
                               Buttons::OkCancel, Icon::Exclamation}) != Answer::Ok)
@@ -164,6 +164,8 @@ QString PhotoManager::deleteOne(const PhotoRow& row) {
 }
 
 QString PhotoManager::deleteListed(const QList<PhotoRow>& rows) {
+    if (!changesAllowed())
+        return {};
     if (m_state.prompter.ask({kTitle, tr("This will permanently delete ALL PHOTOS currently listed"),
                               Buttons::OkCancel, Icon::Exclamation}) != Answer::Ok)
         return {};

@@ -48,6 +48,8 @@ public:
         return m_state.AppPath + QStringLiteral("_PSF/IRender/currentfile.bmp");
     }
 
+    // A read-only desk lists and shows photos but neither attaches nor deletes them.
+    bool changesAllowed() const { return !m_state.settings.ReadOnlyMode(); }
     // Copies the row's photo to the current booking's photo path; true when attached.
     bool attach(const PhotoRow& selected);
     // Deletes every photo of the row's booking; "Photo Deleted" when done, empty when nothing was deleted.

@@ -1,10 +1,13 @@
 #include "photos/photo_manager_window.h"
 
+#include "app/help_topics.h"
+
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
@@ -84,7 +87,9 @@ PhotoManagerWindow::PhotoManagerWindow(AppState& state, QWidget* parent)
     auto* remove = named(new QPushButton(tr("&Delete Photo"), this), "cmdHPDelete");
     auto* removeAll = named(new QPushButton(tr("Delete &All Listed"), this), "cmdHPDeleteList");
     auto* closeButton = named(new QPushButton(tr("&Close"), this), "cmdHPClose");
-    attach->setEnabled(!m_state.record[Field::RegNo].trimmed().isEmpty());
+    attach->setEnabled(m_photos.changesAllowed() && !m_state.record[Field::RegNo].trimmed().isEmpty());
+    remove->setEnabled(m_photos.changesAllowed());
+    removeAll->setEnabled(m_photos.changesAllowed());
 
     auto* choose = new QHBoxLayout;
     choose->addWidget(m_month);
@@ -144,6 +149,11 @@ PhotoManagerWindow::PhotoManagerWindow(AppState& state, QWidget* parent)
         showRows(m_photos.list(chosenMonths(), m_day->currentIndex()));
     });
     connect(closeButton, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+void PhotoManagerWindow::keyPressEvent(QKeyEvent* event) {
+    if (!openHelpOnKey(m_state, *event, 70))
+        QDialog::keyPressEvent(event);
 }
 
 QStringList PhotoManagerWindow::chosenMonths() const {

@@ -20,6 +20,9 @@ class PhotoManagerWindow final : public QDialog {
 public:
     explicit PhotoManagerWindow(AppState& state, QWidget* parent = nullptr);
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     QStringList chosenMonths() const;
     void showRows(QList<PhotoRow> rows);

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "app/app_state.h"
+#include "desk/booking_editor.h"
+#include "desk/booking_store.h"
 #include "scripted_prompter.h"
+#include "store/record_store.h"
 #include "temp_data_folder.h"
 
 #include <gtest/gtest.h>
@@ -26,6 +29,31 @@ protected:
     InstantPause pause;
     TempDataFolder folder;
     AppState state;
+};
+
+// The desk through the real record store, on real files.
+class DeskFlow : public DeskFixture {
+protected:
+    DeskFlow()
+        : dates(2024)
+        , times(state)
+        , records(state)
+        , store(records)
+        , editor(state, dates, times, store) {
+        records.lockWait = std::chrono::milliseconds(200);
+        dates.cmdGetToday(clock);
+        times.setMonth(2024, 3);
+        editor.refreshList = [this] {
+            ++refreshes;
+        };
+    }
+
+    DateSelection dates;
+    BookedTimes times;
+    RecordStore records;
+    RecordStoreBooking store;
+    BookingEditor editor;
+    int refreshes = 0;
 };
 
 } // namespace porvane::test

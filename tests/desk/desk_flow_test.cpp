@@ -3,6 +3,7 @@
 #include "desk_fixture.h"
 
 using namespace porvane;
+using porvane::test::DeskFlow;
 
 namespace {
 
@@ -23,31 +24,6 @@ QByteArray columns(const QByteArray& line, int first, int width) {
 }
 
 } // namespace
-
-// The desk through the real record store, on real files.
-class DeskFlow : public porvane::test::DeskFixture {
-protected:
-    DeskFlow()
-        : dates(2024)
-        , times(state)
-        , records(state)
-        , store(records)
-        , editor(state, dates, times, store) {
-        records.lockWait = std::chrono::milliseconds(200);
-        dates.cmdGetToday(clock);
-        times.setMonth(2024, 3);
-        editor.refreshList = [this] {
-            ++refreshes;
-        };
-    }
-
-    DateSelection dates;
-    BookedTimes times;
-    RecordStore records;
-    RecordStoreBooking store;
-    BookingEditor editor;
-    int refreshes = 0;
-};
 
 TEST_F(DeskFlow, newEditRenameAndDeleteOnTheMonthFile) {
     editor.cmdNEW();

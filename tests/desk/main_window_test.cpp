@@ -4,6 +4,7 @@
 #include "test_desk.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
@@ -96,4 +97,43 @@ TEST_F(MainWindowFixture, fitsA1024By768Screen) {
     EXPECT_LE(window.frameGeometry().height(), 768);
     EXPECT_LE(window.minimumSizeHint().width(), 1024);
     EXPECT_LE(window.minimumSizeHint().height(), 740);
+}
+
+TEST_F(MainWindowFixture, inThenOutOnTheOnSiteListMarkTodaysStatusFile) {
+    desk.folder.write(QStringLiteral("Record/2611.vrf"), handLine({{1, "261101080000"},
+                                                                   {14, "Al"},
+                                                                   {31, "Bond"},
+                                                                   {525, "ENGINEERING"},
+                                                                   {550, "Bond plc"},
+                                                                   {1060 + 4 * 22, "0900"}}) +
+                                                             "\r\n");
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_FALSE(find<QPushButton>("cmdIN")->isEnabled()) << "IN and OUT work on the on-site list only";
+    click("cmdDayList");
+    ASSERT_TRUE(find<QPushButton>("cmdIN")->isEnabled());
+    auto* grid = find<QTableView>("StatGrid");
+    QAbstractItemModel* model = grid->model();
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(model->index(0, 1)).center());
+    ASSERT_EQ(find<QLineEdit>("RegNoTB")->text(), u"261101080000");
+
+    click("cmdIN");
+    const QString status = QStringLiteral("Status/261123.vdf");
+    EXPECT_EQ(desk.folder.read(status).mid(990, 10), QByteArray("09:30  -  "));
+    auto* on = find<QLabel>("LaON_Site");
+    auto* off = find<QLabel>("LaOFFSite");
+    EXPECT_EQ(on->text(), u"09:30");
+    EXPECT_TRUE(on->styleSheet().contains(u"color: #ff0000")) << on->styleSheet().toStdString();
+    EXPECT_EQ(off->text(), u"  -  ");
+    EXPECT_EQ(model->index(0, 6).data().toString(), u"09:30") << "the on-site list shows the arrival";
+    EXPECT_TRUE(find<QLineEdit>("MainFindTB")->hasFocus());
+
+    desk.clock.advanceSeconds(3 * 3600 + 60);
+    click("cmdOUT");
+    EXPECT_EQ(desk.folder.read(status).mid(990, 10), QByteArray("09:3012:31"));
+    EXPECT_EQ(off->text(), u"12:31");
+    EXPECT_TRUE(off->styleSheet().contains(u"background-color: #00ff00")) << off->styleSheet().toStdString();
+    EXPECT_TRUE(on->styleSheet().contains(u"color: #808080"));
+    EXPECT_EQ(model->index(0, 7).data().toString(), u"12:31");
+    EXPECT_TRUE(desk.prompter.messages().isEmpty()) << desk.prompter.texts().join(u'|').toStdString();
 }

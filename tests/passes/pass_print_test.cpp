@@ -200,3 +200,26 @@ TEST(PassPrint, aStoreFailureIsReportedButThePrintedPassStaysInTheRecord) {
     EXPECT_EQ(error, u"Disk full: x");
     EXPECT_EQ(d.state.record[Field::PassIssued], u"14-11-2026 at 09:05"); // kept for the next save
 }
+
+TEST(PassPrint, aReadOnlyDeskNeitherIssuesNorRemovesAPass) {
+    PrintDesk d;
+    d.state.settings.ckMakeSysRdO = QStringLiteral("1");
+    d.pass.open();
+    EXPECT_FALSE(d.pass.view().printEnabled);
+    EXPECT_FALSE(d.pass.view().removeEnabled);
+    int renders = 0;
+    const auto result = d.pass.print(
+        [&](const PassContent&) {
+            ++renders;
+            return QString();
+        },
+        d.store());
+    EXPECT_EQ(result, PassIssue::PrintResult::Disabled);
+    EXPECT_EQ(renders, 0);
+    EXPECT_EQ(d.stored, 0);
+    EXPECT_EQ(d.state.record[Field::PassIssued], u"01-10-2026 at 08:00");
+    d.pass.requestRemoval();
+    EXPECT_FALSE(d.state.RemovePassRequested);
+    EXPECT_TRUE(d.pass.confirmClose());
+    EXPECT_TRUE(d.prompter.messages().isEmpty());
+}

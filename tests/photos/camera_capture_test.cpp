@@ -134,3 +134,12 @@ TEST(SaveFilter, pieces) {
     EXPECT_EQ(piece(text, 4), u"");
     EXPECT_EQ(piece(text, 0), u"");
 }
+
+TEST(CameraCapture, aReadOnlyDeskTakesNoPhoto) {
+    CameraDesk d;
+    d.state.settings.ckMakeSysRdO = QStringLiteral("1");
+    StillFrameSource frame(wideFrame());
+    EXPECT_FALSE(d.camera.snapshot(frame));
+    EXPECT_FALSE(d.state.JustCapturedMark);
+    EXPECT_TRUE(filesUnder(d.folder.dataPath()).isEmpty());
+}

@@ -204,3 +204,18 @@ TEST(PhotoDelete, allListedReportsWhatRemains) {
         GTEST_SKIP() << "running with rights that ignore folder permissions";
     EXPECT_EQ(status, u"2 items could not be deleted, these may be locked or already removed");
 }
+
+TEST(PhotoManager, aReadOnlyDeskNeitherAttachesNorDeletes) {
+    PhotoDesk d;
+    d.state.settings.ckMakeSysRdO = QStringLiteral("1");
+    d.current("261201080000", "Ada", "Quist", "Quist Surveys");
+    const QList<PhotoRow> rows = d.photos.list({QStringLiteral("2611")});
+    ASSERT_EQ(rows.size(), 2) << "listing still works";
+    EXPECT_FALSE(d.photos.attach(rows.at(0)));
+    EXPECT_TRUE(d.photos.deleteOne(rows.at(0)).isEmpty());
+    EXPECT_TRUE(d.photos.deleteListed(rows).isEmpty());
+    EXPECT_TRUE(d.prompter.messages().isEmpty());
+    EXPECT_EQ(d.photoFiles("2611").size(), 2);
+    EXPECT_FALSE(d.folder.exists(QStringLiteral("photo/2612")));
+    EXPECT_FALSE(d.state.JustAttachedMark || d.state.JustDeletedMark);
+}
