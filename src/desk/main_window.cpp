@@ -1,6 +1,7 @@
 #include "desk/main_window.h"
 
 #include "app/help_topics.h"
+#include "demo/demo_offer.h"
 #include "desk/booked_times_model.h"
 #include "desk/desk_help.h"
 #include "desk/location_details_dialog.h"
@@ -11,6 +12,9 @@
 #include "passes/pass_window.h"
 #include "photos/camera_window.h"
 #include "photos/photo_manager_window.h"
+#include "settings/settings_window.h"
+#include "store/data_paths.h"
+#include "store/pick_lists.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -99,6 +103,7 @@ MainWindow::MainWindow(AppState& state, BookingStore& store, QWidget* parent)
     wireDates();
     wireLists();
     wireTools();
+    fillPickLists();
 
     m_dates.cmdGetToday(m_state.clock);
     showDateState();
@@ -354,7 +359,7 @@ QWidget* MainWindow::buildActions() {
     h->addWidget(cmdPRINT);
 
     // Their windows come later.
-    for (QWidget* w : std::initializer_list<QWidget*>{cmdIN, cmdOUT, cmdSettings, cmdMultiDELETE, Command1})
+    for (QWidget* w : std::initializer_list<QWidget*>{cmdIN, cmdOUT, cmdMultiDELETE})
         w->setEnabled(false);
     return panel;
 }
@@ -552,6 +557,38 @@ void MainWindow::wireTools() {
         afterRecordWindow();
     });
     connect(cmdPRINT, &QPushButton::clicked, this, &MainWindow::printList);
+    connect(cmdSettings, &QPushButton::clicked, this, [this] {
+        if (SettingsWindow::openWithPassword(m_state, this))
+            fillPickLists();
+        if (m_state.SettingsRestartPending) {
+            close();
+            return;
+        }
+        showEditorState();
+        showListState();
+    });
+    connect(Command1, &QPushButton::clicked, this, [this] {
+        if (DemoOffer::run(m_state, m_dates.selectedDate()))
+            listMonth();
+    });
+}
+
+void MainWindow::fillPickLists() {
+    const QString ini = pickListsPath(m_state.AppPath);
+    const PickLists main = LoadMainPickLists(ini);
+    const PickLists detail = LoadDetailPickLists(ini);
+    m_workDescriptions = detail.first;
+    m_accessAreas = detail.second;
+    // Refilling must not count as an edit of the open booking.
+    const bool showing = m_showing;
+    m_showing = true;
+    for (auto [combo, entries] : {std::pair{CataCB, main.first}, std::pair{Dept1CB, main.second}}) {
+        const QString current = combo->currentText();
+        combo->clear();
+        combo->addItems(entries);
+        combo->setCurrentText(current);
+    }
+    m_showing = showing;
 }
 
 void MainWindow::afterRecordWindow() {
