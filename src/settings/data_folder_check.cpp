@@ -11,6 +11,15 @@ QStringList DataFolderCheck::subfolderNames() {
     return {QStringLiteral("Record"), QStringLiteral("Status"), QStringLiteral("photo")};
 }
 
+QString DataFolderCheck::nearestExistingFolder(const QString& path) {
+    QString folder = QDir::cleanPath(path.trimmed());
+    if (!QDir::isAbsolutePath(folder))
+        return QDir::rootPath();
+    while (!QFileInfo(folder).isDir() && folder != QDir::rootPath())
+        folder = QFileInfo(folder).absolutePath();
+    return folder;
+}
+
 DataFolderCheck DataFolderCheck::existingFolder(const QString& path) {
     DataFolderCheck check;
     const QFileInfo info(path);

@@ -21,6 +21,8 @@ struct DataFolderCheck {
     static FileError createSubfolders(const QString& path, const QStringList& names);
 
     static QStringList subfolderNames();
+    // Where a folder browser should start for a typed path: the path itself or its nearest existing parent.
+    static QString nearestExistingFolder(const QString& path);
 };
 
 } // namespace porvane

@@ -58,11 +58,14 @@ bool SettingsEditor::acceptDataFolder(const QString& path) {
     }
     if (check.status == DataFolderCheck::Status::Ready)
         return true;
+    QStringList names = check.missingSubfolders;
+    const QString last = names.takeLast();
+    const QString listed = names.isEmpty() ? last : names.join(QStringLiteral(", ")) + tr(" and ") + last;
+    const QString question =
+        names.isEmpty() ? tr("The folder %1 has no %2 folder for the visitor data.\nCreate it now?")
+                        : tr("The folder %1 has no %2 folders for the visitor data.\nCreate them now?");
     const Answer answer =
-        m_state.prompter.ask({title(),
-                              tr("The folder %1 has no %2 folder for the visitor data.\nCreate it now?")
-                                  .arg(shown(path), check.missingSubfolders.join(QStringLiteral(", "))),
-                              Buttons::YesNo, Icon::Question});
+        m_state.prompter.ask({title(), question.arg(shown(path), listed), Buttons::YesNo, Icon::Question});
     if (answer != Answer::Yes)
         return false;
     if (const FileError error = DataFolderCheck::createSubfolders(path, check.missingSubfolders)) {

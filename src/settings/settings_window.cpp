@@ -2,6 +2,7 @@
 
 #include "app/help_topics.h"
 #include "photos/folder_browser_dialog.h"
+#include "settings/data_folder_check.h"
 #include "settings/settings_options.h"
 #include "settings/settings_password.h"
 #include "settings/settings_password_window.h"
@@ -240,7 +241,7 @@ void SettingsWindow::showEntries() {
 
 void SettingsWindow::browse(QLineEdit* box, bool dataFolder) {
     FolderBrowserDialog browser(this);
-    browser.BFFPath = QDir::fromNativeSeparators(box->text().trimmed());
+    browser.BFFPath = DataFolderCheck::nearestExistingFolder(QDir::fromNativeSeparators(box->text()));
     browser.exec();
     if (browser.BFFCancelled)
         return;

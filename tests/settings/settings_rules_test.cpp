@@ -93,6 +93,9 @@ TEST(DataFolderChecks, tellMissingFileReadOnlyAndIncompleteFoldersApart) {
               (QStringList{QStringLiteral("Record"), QStringLiteral("Status"), QStringLiteral("photo")}))
         << "the write test leaves nothing behind";
     EXPECT_TRUE(DataFolderCheck::createSubfolders(file.fileName(), {QStringLiteral("Record")}));
+    EXPECT_EQ(DataFolderCheck::nearestExistingFolder(data + QStringLiteral("/not/yet/")), data);
+    EXPECT_EQ(DataFolderCheck::nearestExistingFolder(file.fileName()), base);
+    EXPECT_EQ(DataFolderCheck::nearestExistingFolder(QStringLiteral("relative/path")), QDir::rootPath());
 }
 
 using SettingsEditorTest = SavedSettingsFixture;
@@ -132,7 +135,8 @@ TEST_F(SettingsEditorTest, aRefusedFolderOrPasswordOrFailedWriteLeavesFileAndDes
     editor.edited().DataPath = other.path();
     desk.prompter.queue(Answer::No);
     EXPECT_FALSE(editor.save());
-    EXPECT_TRUE(desk.prompter.last().text.contains(QStringLiteral("has no Record, Status, photo folder")));
+    EXPECT_TRUE(
+        desk.prompter.last().text.contains(QStringLiteral("has no Record, Status and photo folders")));
     EXPECT_FALSE(QFileInfo::exists(other.path() + QStringLiteral("/Record")));
 
     editor.edited().DataPath = before.DataPath;
