@@ -2,6 +2,7 @@
 #include "app/app_state.h"
 #include "app/help_topics.h"
 #include "app/single_instance.h"
+#include "recording_url_opener.h"
 #include "scripted_prompter.h"
 #include "temp_data_folder.h"
 
@@ -106,15 +107,6 @@ TEST(SingleInstance, lockOfAnotherRunningProgramRefusesAndDeadOneIsTakenOver) {
     other.waitForFinished();
     EXPECT_TRUE(SingleInstance(lock).acquire()) << "the lock of a desk that died is taken over";
 }
-
-// Records the help address instead of starting a browser.
-struct RecordingOpener final : UrlOpener {
-    QList<QUrl> opened;
-    bool open(const QUrl& url) override {
-        opened << url;
-        return true;
-    }
-};
 
 TEST(Help, eachContextOpensItsPage) {
     EXPECT_EQ(helpPageFor(1), u"index.html");

@@ -1,5 +1,6 @@
 #include "desk/booking_store.h"
 #include "desk/main_window.h"
+#include "recording_url_opener.h"
 #include "saved_settings_fixture.h"
 #include "settings/settings_file.h"
 #include "settings/settings_password_window.h"
@@ -13,7 +14,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
@@ -85,6 +88,25 @@ TEST_F(SettingsWindowTest, closingWithChangesAsks_cancelStaysNoDiscards) {
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(settingsFile(), before);
     EXPECT_EQ(state.settings.ckDisSingleD, u"0");
+}
+
+TEST_F(SettingsWindowTest, helpKeyOpensTheFoldersPageOnTheFoldersTabAndTheModesPageElsewhere) {
+    RecordingOpener opener;
+    state.urlOpener = &opener;
+    SettingsWindow window(state);
+    window.show();
+    auto* tabs = child<QTabWidget>(&window, "tabSettings");
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        tabs->setCurrentIndex(tab);
+        QTest::keyClick(&window, Qt::Key_F1);
+    }
+    QStringList pages;
+    for (const QUrl& url : opener.opened)
+        pages << url.fileName();
+    EXPECT_EQ(pages,
+              (QStringList{QStringLiteral("ModesOfOperation2.html"), QStringLiteral("ModesOfOperation2.html"),
+                           QStringLiteral("ModesOfOperation2.html"), QStringLiteral("netoperations2.html"),
+                           QStringLiteral("ModesOfOperation2.html")}));
 }
 
 TEST_F(SettingsWindowTest, folderBoxesFollowTheNetworkPathsOption) {
