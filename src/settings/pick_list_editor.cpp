@@ -47,6 +47,11 @@ bool PickListEditor::add(int row, const QString& newText) {
         m_state.prompter.tell(title(), tr("Type the new entry first."), Icon::Exclamation);
         return false;
     }
+    // Such a line would read as a header or end the list.
+    if (newText.trimmed().startsWith(u'[') || newText.trimmed().startsWith(u';')) {
+        m_state.prompter.tell(title(), tr("An entry cannot begin with \"[\" or \";\"."), Icon::Exclamation);
+        return false;
+    }
     const bool rowValid = row >= 0 && row < m_entries.size();
     if (!rowValid && !m_entries.isEmpty()) {
         m_state.prompter.tell(title(), tr("Choose the entry after which the new one goes."),

@@ -156,6 +156,9 @@ TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRul
 
     chooser->setCurrentText(QStringLiteral("SELECT ACCESS"));
     EXPECT_EQ(entries->count(), 0);
+    newEntry->setText(QStringLiteral("[ROOF]"));
+    click(&window, "cmdAddEntry");
+    EXPECT_EQ(desk.prompter.last().text, u"An entry cannot begin with \"[\" or \";\".");
     newEntry->setText(QStringLiteral(" Gate 1 "));
     click(&window, "cmdAddEntry");
     EXPECT_EQ(entries->count(), 1);
