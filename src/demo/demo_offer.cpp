@@ -11,6 +11,10 @@ namespace porvane {
 
 bool DemoOffer::run(AppState& state, QDate month) {
     const QString title = QStringLiteral("Porvane 90");
+    if (!month.isValid()) {
+        state.prompter.tell(title, tr("Choose a valid month in the date boxes first."));
+        return false;
+    }
     const QString name = QLocale(QLocale::English).toString(month, QStringLiteral("MMMM yyyy")).toUpper();
     if (state.settings.ReadOnlyMode()) {
         state.prompter.tell(title, tr("The desk is read only; no demonstration bookings can be added."));

@@ -30,6 +30,9 @@ TEST(DemoOffer, asksFirst_fillsOnlyAnEmptyMonth_andSaysWhatItMade) {
     EXPECT_TRUE(desk.prompter.last().text.startsWith(u"MARCH 2027 already holds bookings."));
     EXPECT_EQ(desk.folder.read(file), written);
 
+    EXPECT_FALSE(DemoOffer::run(desk.state, QDate()));
+    EXPECT_EQ(desk.prompter.last().text, u"Choose a valid month in the date boxes first.");
+
     desk.state.settings.ckMakeSysRdO = QStringLiteral("1");
     EXPECT_FALSE(DemoOffer::run(desk.state, QDate(2027, 4, 1)));
     EXPECT_FALSE(desk.folder.exists(QStringLiteral("Record/2704.vrf")));
