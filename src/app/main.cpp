@@ -28,7 +28,10 @@ public:
     }
     void loadMainWindow() override {
         m_main = std::make_unique<MainWindow>(m_state, m_store);
-        m_main->show();
+        if (m_state.settings.ckStartFull == u"1")
+            m_main->showMaximized();
+        else
+            m_main->show();
         if (m_splash)
             m_splash->raise();
     }

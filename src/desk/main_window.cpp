@@ -1,6 +1,7 @@
 #include "desk/main_window.h"
 
 #include "app/help_topics.h"
+#include "demo/demo_offer.h"
 #include "desk/booked_times_model.h"
 #include "desk/desk_help.h"
 #include "desk/location_details_dialog.h"
@@ -12,6 +13,9 @@
 #include "passes/pass_window.h"
 #include "photos/camera_window.h"
 #include "photos/photo_manager_window.h"
+#include "settings/settings_window.h"
+#include "store/data_paths.h"
+#include "store/pick_lists.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -100,6 +104,7 @@ MainWindow::MainWindow(AppState& state, BookingStore& store, QWidget* parent)
     wireDates();
     wireLists();
     wireTools();
+    fillPickLists();
 
     m_dates.cmdGetToday(m_state.clock);
     showDateState();
@@ -361,8 +366,8 @@ QWidget* MainWindow::buildActions() {
     cmdPRINT = button(tr("&Print list"), "cmdPRINT", tr("Print the list shown below"));
     h->addWidget(cmdPRINT);
 
-    // Their windows come later.
-    for (QWidget* w : std::initializer_list<QWidget*>{cmdIN, cmdOUT, cmdSettings, Command1})
+    // Only the on-site list lets the desk mark arrivals and departures.
+    for (QWidget* w : std::initializer_list<QWidget*>{cmdIN, cmdOUT})
         w->setEnabled(false);
     return panel;
 }
@@ -582,6 +587,38 @@ void MainWindow::wireTools() {
             refreshList();
         showTitle();
     });
+    connect(cmdSettings, &QPushButton::clicked, this, [this] {
+        if (SettingsWindow::openWithPassword(m_state, this))
+            fillPickLists();
+        if (m_state.SettingsRestartPending) {
+            close();
+            return;
+        }
+        showEditorState();
+        showListState();
+    });
+    connect(Command1, &QPushButton::clicked, this, [this] {
+        if (DemoOffer::run(m_state, m_dates.selectedDate()))
+            listMonth();
+    });
+}
+
+void MainWindow::fillPickLists() {
+    const QString ini = pickListsPath(m_state.AppPath);
+    const PickLists main = LoadMainPickLists(ini);
+    const PickLists detail = LoadDetailPickLists(ini);
+    m_workDescriptions = detail.first;
+    m_accessAreas = detail.second;
+    // Refilling must not count as an edit of the open booking.
+    const bool showing = m_showing;
+    m_showing = true;
+    for (auto [combo, entries] : {std::pair{CataCB, main.first}, std::pair{Dept1CB, main.second}}) {
+        const QString current = combo->currentText();
+        combo->clear();
+        combo->addItems(entries);
+        combo->setCurrentText(current);
+    }
+    m_showing = showing;
 }
 
 void MainWindow::afterRecordWindow() {

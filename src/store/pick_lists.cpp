@@ -47,7 +47,10 @@ enum class Edit { Add, Delete };
 FileError editPickList(const QString& iniPath, const QString& listName, const QString& chosenEntry,
                        const QString& newText, Edit edit, WritePath* writePath) {
     const QByteArray tag = sectionTag(listName);
-    const QByteArray chosen = toWindows1252(chosenEntry);
+    // The entry is compared as the list shows it, trimmed with one blank in front, so blanks trailing the
+    // line in the file do not hide it.
+    const QString chosenTrimmed = chosenEntry.trimmed();
+    const QByteArray chosen = chosenTrimmed.isEmpty() ? QByteArray() : toWindows1252(u' ' + chosenTrimmed);
     const QByteArray added = toWindows1252(newText.trimmed());
     // With no entry chosen (an empty section) the new entry goes directly after the header.
     bool addAfterHeader = edit == Edit::Add && chosenEntry.trimmed().isEmpty();

@@ -10,6 +10,8 @@
 #include <QFile>
 #include <QHostInfo>
 #include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -150,10 +152,44 @@ TEST(Help, showHelpOpensTheCurrentContextsFileEvenWhenMissing) {
     EXPECT_TRUE(prompter.messages().isEmpty());
 }
 
-TEST(Help, installedPagesCoverEveryTopic) {
+// Every help context the desk can hold opens an installed page that is a real page: a title, the shared
+// style sheet, a way back to the index; and the index reaches every page.
+TEST(Help, everyContextOpensAnInstalledPageThatTheIndexLinks) {
     const QString docs = QStringLiteral(PORVANE_STAGE_DIR) + QStringLiteral("/PorvaneDocs/");
-    for (const int context : {1, 20, 21, 22, 23, 24, 25, 26, 27, 28, 50, 51, 60, 70, 80, 81, 100})
-        EXPECT_TRUE(QFileInfo::exists(docs + helpPageFor(context))) << helpPageFor(context).toStdString();
+    QFile indexFile(docs + QStringLiteral("index.html"));
+    ASSERT_TRUE(indexFile.open(QIODevice::ReadOnly));
+    const QString index = QString::fromUtf8(indexFile.readAll());
+
+    QSet<QString> pages;
+    for (qint32 context = -1; context <= 200; ++context) {
+        const QUrl url = helpUrlFor(QStringLiteral(PORVANE_STAGE_DIR "/"), context);
+        const QString file = url.toLocalFile();
+        ASSERT_TRUE(QFileInfo::exists(file)) << context << " " << file.toStdString();
+        pages.insert(QFileInfo(file).fileName());
+    }
+    EXPECT_EQ(pages.size(), 17) << "sixteen topic pages and the index";
+    EXPECT_TRUE(QFileInfo::exists(docs + QStringLiteral("porvane-help.css")));
+
+    const QRegularExpression heading(QStringLiteral("<h1>[^<]{3,}</h1>"));
+    for (const QString& page : pages) {
+        QFile f(docs + page);
+        ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << page.toStdString();
+        const QString html = QString::fromUtf8(f.readAll());
+        EXPECT_TRUE(html.contains(heading)) << page.toStdString();
+        EXPECT_TRUE(html.contains(QStringLiteral("href=\"porvane-help.css\""))) << page.toStdString();
+        EXPECT_GT(html.size(), 700) << page.toStdString() << " has hardly any help in it";
+        if (page != u"index.html") {
+            EXPECT_TRUE(index.contains(QStringLiteral("href=\"%1\"").arg(page))) << page.toStdString();
+            EXPECT_TRUE(html.contains(QStringLiteral("href=\"index.html\""))) << page.toStdString();
+        }
+        // Links between pages lead to pages that are there.
+        static const QRegularExpression link(QStringLiteral("href=\"([^\"#:]+)\""));
+        for (auto m = link.globalMatch(html); m.hasNext();) {
+            const QString target = m.next().captured(1);
+            EXPECT_TRUE(QFileInfo::exists(docs + target))
+                << page.toStdString() << " -> " << target.toStdString();
+        }
+    }
 }
 
 TEST(Admin, withoutACommandItPrintsUsageAndExits2) {

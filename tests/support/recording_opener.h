@@ -3,6 +3,7 @@
 #include "app/help_topics.h"
 
 #include <QList>
+#include <QUrl>
 
 namespace porvane::test {
 

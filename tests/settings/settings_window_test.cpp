@@ -1,0 +1,260 @@
+#include "desk/booking_store.h"
+#include "desk/main_window.h"
+#include "recording_opener.h"
+#include "saved_settings_fixture.h"
+#include "settings/settings_file.h"
+#include "settings/settings_password_window.h"
+#include "settings/settings_window.h"
+#include "store/record_store.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <gtest/gtest.h>
+
+using namespace porvane;
+using namespace porvane::test;
+
+namespace {
+
+template <typename T> T* child(QWidget* parent, const char* name) {
+    auto* w = parent->findChild<T*>(QString::fromLatin1(name));
+    EXPECT_NE(w, nullptr) << name;
+    return w;
+}
+
+void click(QWidget* parent, const char* name) {
+    child<QPushButton>(parent, name)->click();
+}
+
+struct SettingsWindowTest : SavedSettingsFixture {
+    void writePickLists(const QByteArray& bytes) const {
+        desk.folder.write(QStringLiteral("../_PSF/PSystem/PACustom.ini"), bytes);
+    }
+};
+
+TEST_F(SettingsWindowTest, changedFieldsAreWrittenToTheFileAndReadBack) {
+    QTemporaryDir share;
+    SettingsWindow window(state);
+    child<QCheckBox>(&window, "ckMakeSysRdO")->click();
+    child<QCheckBox>(&window, "ckEnbl_BarOP")->click();
+    child<QCheckBox>(&window, "ckAllowExtCiPW")->click();
+    child<QLineEdit>(&window, "txtSiteName")->setText(QStringLiteral("Harbour Works Ltd"));
+    child<QLineEdit>(&window, "txtDataPath")->setText(share.path());
+    child<QLineEdit>(&window, "txtNewPW")->setText(QStringLiteral("Gr\u00FC\u00DFe 7"));
+    child<QLineEdit>(&window, "txtNewPW2")->setText(QStringLiteral("Gr\u00FC\u00DFe 7"));
+    desk.prompter.queue(Answer::Yes); // make Record, Status and photo in the new folder
+    click(&window, "cmdSave");
+
+    EXPECT_EQ(window.result(), QDialog::Accepted);
+    const Settings s = reread();
+    EXPECT_EQ(s.ckMakeSysRdO, u"1");
+    EXPECT_EQ(s.ckEnbl_BarOP, u"0");
+    EXPECT_EQ(s.ckAllowExtCiPW, u"1");
+    EXPECT_EQ(s.SiteName, u"Harbour Works Ltd");
+    EXPECT_EQ(s.DataPath, share.path());
+    EXPECT_EQ(s.SettingsPassword, QStringLiteral("Gr\u00FC\u00DFe 7"));
+    // Untouched settings, including the letter option and the one without a box, are written as they were.
+    EXPECT_EQ(s.ckShowSplash, u"1");
+    EXPECT_EQ(s.option484, u"Y");
+    EXPECT_EQ(s.option165, u"0");
+    EXPECT_EQ(s.SystemPath, desk.folder.appPath());
+    for (const char* sub : {"Record", "Status", "photo"})
+        EXPECT_TRUE(QFileInfo(share.path() + u'/' + QString::fromLatin1(sub)).isDir()) << sub;
+    EXPECT_TRUE(state.SettingsRestartPending) << "a new data folder needs a restart";
+    EXPECT_EQ(state.settings.SiteName, u"Harbour Works Ltd");
+}
+
+TEST_F(SettingsWindowTest, closingWithChangesAsks_cancelStaysNoDiscards) {
+    const QByteArray before = settingsFile();
+    SettingsWindow window(state);
+    window.show();
+    child<QCheckBox>(&window, "ckDisSingleD")->click();
+    desk.prompter.queue(Answer::Cancel);
+    click(&window, "cmdClose");
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(desk.prompter.last().text, u"The settings have changed. Save them?");
+    desk.prompter.queue(Answer::No);
+    click(&window, "cmdClose");
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(settingsFile(), before);
+    EXPECT_EQ(state.settings.ckDisSingleD, u"0");
+}
+
+TEST_F(SettingsWindowTest, helpKeyOpensTheFoldersPageOnTheFoldersTabAndTheModesPageElsewhere) {
+    RecordingOpener opener;
+    state.urlOpener = &opener;
+    SettingsWindow window(state);
+    window.show();
+    auto* tabs = child<QTabWidget>(&window, "tabSettings");
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        tabs->setCurrentIndex(tab);
+        QTest::keyClick(&window, Qt::Key_F1);
+    }
+    QStringList pages;
+    for (const QUrl& url : opener.opened)
+        pages << url.fileName();
+    EXPECT_EQ(pages,
+              (QStringList{QStringLiteral("ModesOfOperation2.html"), QStringLiteral("ModesOfOperation2.html"),
+                           QStringLiteral("ModesOfOperation2.html"), QStringLiteral("netoperations2.html"),
+                           QStringLiteral("ModesOfOperation2.html")}));
+}
+
+TEST_F(SettingsWindowTest, folderBoxesFollowTheNetworkPathsOption) {
+    SettingsWindow window(state);
+    auto* data = child<QLineEdit>(&window, "txtDataPath");
+    EXPECT_TRUE(data->isEnabled());
+    child<QCheckBox>(&window, "ckEnblNetPaths")->click();
+    EXPECT_FALSE(data->isEnabled());
+    EXPECT_FALSE(child<QPushButton>(&window, "cmdBrowseSystem")->isEnabled());
+}
+
+TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRules) {
+    // LF and CR LF lines mixed; a blank line ends the category list, a comment the department list.
+    writePickLists("; site lists\r\n"
+                   "[CATEGORY]\r\n"
+                   "VISITOR\r\n"
+                   "CONTRACTOR  \r\n"
+                   "\r\n"
+                   "AFTER BLANK\r\n"
+                   "[DEPARTMENT]\n"
+                   "STORES\n"
+                   ";comment\n"
+                   "AFTER COMMENT\n"
+                   "[SELECTACCESS]\n");
+    SettingsWindow window(state);
+    auto* chooser = child<QComboBox>(&window, "cbEditList");
+    auto* entries = child<QListWidget>(&window, "lstEntries");
+    auto* newEntry = child<QLineEdit>(&window, "txtNewEntry");
+
+    newEntry->setText(QStringLiteral("COURIER"));
+    click(&window, "cmdAddEntry");
+    EXPECT_EQ(desk.prompter.last().text, u"No Edit list: Select a list to edit from the drop-down box");
+    EXPECT_EQ(desk.prompter.last().title, u"Porvane 90");
+
+    chooser->setCurrentText(QStringLiteral("CATEGORY"));
+    ASSERT_EQ(entries->count(), 2);
+    entries->setCurrentRow(1);
+    click(&window, "cmdAddEntry");
+    ASSERT_EQ(entries->count(), 3);
+    EXPECT_EQ(entries->item(2)->text(), u"COURIER");
+    EXPECT_TRUE(newEntry->text().isEmpty());
+
+    entries->setCurrentRow(1); // "CONTRACTOR  ": trailing blanks in the file do not hide it
+    desk.prompter.queue(Answer::Yes);
+    click(&window, "cmdDeleteEntry");
+    EXPECT_EQ(desk.prompter.last().text, u"Delete \"CONTRACTOR\" from the CATEGORY list?");
+
+    chooser->setCurrentText(QStringLiteral("SELECT ACCESS"));
+    EXPECT_EQ(entries->count(), 0);
+    newEntry->setText(QStringLiteral("[ROOF]"));
+    click(&window, "cmdAddEntry");
+    EXPECT_EQ(desk.prompter.last().text, u"An entry cannot begin with \"[\" or \";\".");
+    newEntry->setText(QStringLiteral(" Gate 1 "));
+    click(&window, "cmdAddEntry");
+    EXPECT_EQ(entries->count(), 1);
+
+    chooser->setCurrentText(QStringLiteral("DEPARTMENT"));
+    EXPECT_EQ(entries->count(), 1) << "the comment ends the department list";
+    entries->setCurrentRow(0);
+    desk.prompter.queue(Answer::No);
+    click(&window, "cmdDeleteEntry");
+
+    EXPECT_EQ(desk.folder.read(QStringLiteral("../_PSF/PSystem/PACustom.ini")),
+              QByteArray("; site lists\r\n"
+                         "[CATEGORY]\r\n"
+                         "VISITOR\r\n"
+                         "COURIER\r\n"
+                         "\r\n"
+                         "AFTER BLANK\r\n"
+                         "[DEPARTMENT]\r\n"
+                         "STORES\r\n"
+                         ";comment\r\n"
+                         "AFTER COMMENT\r\n"
+                         "[SELECTACCESS]\r\n"
+                         "Gate 1\r\n"));
+    EXPECT_TRUE(window.pickListsChanged());
+    EXPECT_EQ(desk.prompter.unusedAnswers(), 0u);
+}
+
+// Answers whatever modal window the desk shows, as a user would, until the script says it is done.
+class ModalScript {
+public:
+    using Step = std::function<bool(QWidget* modal)>; // true when the script is finished
+    explicit ModalScript(Step step)
+        : m_step(std::move(step)) {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] {
+            if (QWidget* modal = QApplication::activeModalWidget(); modal && m_step(modal))
+                m_timer.stop();
+        });
+        m_timer.start(10);
+    }
+
+private:
+    Step m_step;
+    QTimer m_timer;
+};
+
+struct DeskSettingsTest : SettingsWindowTest {
+    RecordStore records{state};
+    RecordStoreBooking store{records};
+    MainWindow window{state, store};
+};
+
+TEST_F(DeskSettingsTest, theSettingsButtonOpensNothingWithoutThePassword) {
+    window.show();
+    int tries = 0;
+    bool settingsShown = false;
+    ModalScript script([&](QWidget* modal) {
+        if (modal->objectName() == u"frmSettings") {
+            settingsShown = true;
+            static_cast<QDialog*>(modal)->reject();
+            return true;
+        }
+        EXPECT_EQ(modal->objectName(), u"frmSettingsPW");
+        child<QLineEdit>(modal, "txtPassword")->setText(QStringLiteral("ppp"));
+        click(modal, "cmdPWOK");
+        ++tries;
+        return false; // keeps watching, so a settings window opened after all would be caught
+    });
+    click(&window, "cmdSettings");
+    EXPECT_EQ(tries, 3);
+    EXPECT_FALSE(settingsShown);
+    EXPECT_EQ(desk.prompter.texts(), QStringList(3, QStringLiteral("The settings password is not correct.")));
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(DeskSettingsTest, aNewDataFolderSavedThroughTheDeskClosesItWithoutAsking) {
+    QTemporaryDir share;
+    for (const char* sub : {"Record", "Status", "photo"})
+        ASSERT_TRUE(QDir(share.path()).mkdir(QString::fromLatin1(sub)));
+    window.show();
+    ModalScript script([&](QWidget* modal) {
+        if (modal->objectName() == u"frmSettingsPW") {
+            child<QLineEdit>(modal, "txtPassword")->setText(QStringLiteral("PPP"));
+            click(modal, "cmdPWOK");
+            return false;
+        }
+        child<QLineEdit>(modal, "txtDataPath")->setText(share.path());
+        click(modal, "cmdSave");
+        return true;
+    });
+    click(&window, "cmdSettings");
+    EXPECT_EQ(reread().DataPath, share.path());
+    EXPECT_TRUE(state.SettingsRestartPending);
+    EXPECT_FALSE(window.isVisible());
+    // The restart notice is the only message: closing did not ask about the session.
+    ASSERT_EQ(desk.prompter.messages().size(), 1);
+    EXPECT_TRUE(desk.prompter.last().text.startsWith(u"The new settings take effect"));
+}
+
+} // namespace
