@@ -16,6 +16,11 @@ def means(name):
         return [r["mean"] * 1000 for r in json.load(f)["results"]]
 
 
+def cpu(name):
+    with open(os.path.join(out, name + ".json")) as f:
+        return [(r["user"] + r["system"]) * 1000 for r in json.load(f)["results"]]
+
+
 def peak_mib(name):
     with open(os.path.join(out, name + ".time")) as f:
         kb = int(re.search(r"Maximum resident set size \(kbytes\): (\d+)", f.read()).group(1))
@@ -51,7 +56,7 @@ def compare(what, name, target, inproc=None):
     ip = inproc_ms(inproc) if inproc else None
     ip_ratio = ip / base if ip else None
     rows.append((what, cmd, base, ratio, net, ip, ip_ratio, target,
-                 verdict(ratio <= target), verdict(ip_ratio <= target) if ip else "-"))
+                 verdict(ratio <= target), verdict(ip_ratio <= target) if ip else "-", cpu(name)))
 
 
 compare("list day", "list_day", 2, "BM_ListDay")
@@ -62,22 +67,22 @@ compare("onsite (13 months)", "onsite", 3, "BM_OnSite")
 upd, cp, durable = means("update")
 ip_upd = inproc_ms("BM_Update/15000/real_time")
 rows.append(("update, 15,000 lines", upd, cp, upd / cp, (upd - startup) / cp, ip_upd, ip_upd / cp, 3,
-             verdict(upd / cp <= 3), verdict(ip_upd / cp <= 3)))
+             verdict(upd / cp <= 3), verdict(ip_upd / cp <= 3), cpu("update")))
 a_big, a_small = means("append")
 ip_big = inproc_ms("BM_Append/15000/real_time")
 ip_small = inproc_ms("BM_Append/10/real_time")
 rows.append(("append, 15,000 vs 10 lines", a_big, a_small, a_big / a_small, None, ip_big, ip_big / ip_small,
-             1.5, verdict(a_big / a_small <= 1.5), verdict(ip_big / ip_small <= 1.5)))
+             1.5, verdict(a_big / a_small <= 1.5), verdict(ip_big / ip_small <= 1.5), cpu("append")))
 
 print("### Whole commands (hyperfine) and the same work in process (Google Benchmark)\n")
-print(f"porvane-admin start-up (a refused command line): {startup:.1f} ms\n")
-print("| work | command ms | baseline ms | ratio | ratio net of start-up | in process ms | in-process ratio "
-      "| target | command | in process |")
-print("|---|---:|---:|---:|---:|---:|---:|---:|---|---|")
-for what, cmd, base, ratio, net, ip, ipr, target, v1, v2 in rows:
+print(f"porvane-admin start-up (a refused command line): {startup:.1f} ms wall, {cpu('startup')[0]:.1f} ms CPU\n")
+print("| work | command ms | baseline ms | ratio | ratio net of start-up | CPU ms, command / baseline "
+      "| in process ms | in-process ratio | target | command | in process |")
+print("|---|---:|---:|---:|---:|---:|---:|---:|---:|---|---|")
+for what, cmd, base, ratio, net, ip, ipr, target, v1, v2, c in rows:
     netText = f"{net:.2f}" if net is not None else "-"
-    print(f"| {what} | {cmd:.1f} | {base:.1f} | {ratio:.2f} | {netText} | {ip:.1f} | {ipr:.2f} | <= {target} "
-          f"| {v1} | {v2} |")
+    print(f"| {what} | {cmd:.1f} | {base:.1f} | {ratio:.2f} | {netText} | {c[0]:.0f} / {c[1]:.0f} | {ip:.1f} "
+          f"| {ipr:.2f} | <= {target} | {v1} | {v2} |")
 print("\nBaselines: `grep -c` of a literal over the month file; `cat` of the thirteen month files; `cp` of the "
       "month file; for append, the same save into a month of 10 lines.")
 print(f"An update flushes the new file to disk before renaming it; a copy made durable the same way "
@@ -111,11 +116,11 @@ def sh(cmd):
     return subprocess.run(cmd, shell=True, capture_output=True, text=True).stdout.strip()
 
 
-cpu = sh("lscpu | sed -n 's/^Model name: *//p' | head -1")
+cpu_model = sh("lscpu | sed -n 's/^Model name: *//p' | head -1")
 mem = sh("free -g | awk '/^Mem:/ {print $2}'")
 disk = " ".join(sh(f"df -h --output=source,fstype,size {out} | tail -1").split())
 rota = sh(f"lsblk -ndo ROTA $(df --output=source {out} | tail -1) 2>/dev/null")
-kind = {"0": ", not rotational", "1": ", rotational"}.get(rota, "")
+kind = {"0": ", not rotational", "1": ", reported as rotational"}.get(rota, "")
 load = os.getloadavg()
-print(f"Machine: {os.cpu_count()} CPUs ({sh('nproc')} usable), {cpu}, {mem} GiB RAM, disk {disk}{kind}; "
+print(f"Machine: {os.cpu_count()} CPUs ({sh('nproc')} usable), {cpu_model}, {mem} GiB RAM, disk {disk}{kind}; "
       f"{platform.system()} {platform.release()}; load average at the end {load[0]:.1f}.")
