@@ -25,6 +25,9 @@ struct Command {
     const char* name;
     const char* synopsis; // arguments after the name, for the usage text
     CommandFunction run;
+    // Draws with fonts (passes) and so needs a GUI application; the others start without one, which is
+    // most of the start-up time of a quick list.
+    bool draws = false;
 };
 
 // The commands porvane-admin knows; each lives in <name>_command.cpp and is one row of the table in main.cpp.

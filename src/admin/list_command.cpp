@@ -2,6 +2,7 @@
 
 #include "lists/list_text.h"
 
+#include <QFile>
 #include <QRegularExpression>
 #include <QTextStream>
 
@@ -25,8 +26,13 @@ bool setDateBoxes(DateSelection& dates, const QString& text, bool withDay) {
 int finishList(CommandContext& context, const GridLists& lists, GridLists::Outcome outcome) {
     const bool listed = outcome == GridLists::Outcome::Listed ||
                         (outcome == GridLists::Outcome::Failed && lists.table().listedCount() > 0);
-    if (listed)
-        QTextStream(stdout) << listTableText(lists.table(), context.csv);
+    if (listed) {
+        QFile out;
+        if (!out.open(stdout, QIODevice::WriteOnly) || !writeListTableText(lists.table(), context.csv, out)) {
+            QTextStream(stderr) << "porvane-admin: the list could not be written\n";
+            return 1;
+        }
+    }
     if (outcome == GridLists::Outcome::Failed)
         QTextStream(stderr) << context.state.mainTitle << '\n';
     return outcome == GridLists::Outcome::Listed ? 0 : 1;

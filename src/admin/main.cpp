@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QTextStream>
+#include <memory>
 #include <vector>
 
 using namespace porvane;
@@ -21,7 +22,7 @@ std::span<const Command> commandTable() {
     static const std::vector<Command> commands{
         {"demo", "--from YYYY-MM --months N --per-month N [--seed S]", runDemoCommand},
         {"pass", "REGNO [--count N] [--period Day|Week|Month] [--start YYYY-MM-DD] [--pdf FILE]",
-         runPassCommand},
+         runPassCommand, true},
         {"list", "day YYYY-MM-DD | month YYYY-MM", runListCommand},
         {"search", "YYYY-MM KIND TEXT", runSearchCommand},
         {"onsite", "", runOnsiteCommand},
@@ -95,22 +96,33 @@ QString parse(const QStringList& arguments, Options& o) {
     return {};
 }
 
-} // namespace
-
-int main(int argc, char* argv[]) {
-    // Passes are drawn with fonts, which need a GUI application; without a display it runs off-screen.
+// The application object the command needs: a GUI one only for a command that draws.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char* argv[], const Command* command) {
+    if (!command || !command->draws)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    // Without a display the drawing runs off-screen.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
         qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    Options o;
-    if (const QString why = parse(QCoreApplication::arguments(), o); !why.isEmpty())
-        return usageError(why);
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
 
+} // namespace
+
+int main(int argc, char* argv[]) {
+    // The command is known before the application exists, so that only a drawing command pays for a GUI one.
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    Options o;
+    const QString why = parse(arguments, o);
     const Command* command = nullptr;
     for (const Command& c : commandTable())
-        if (o.command == QLatin1StringView(c.name))
+        if (why.isEmpty() && o.command == QLatin1StringView(c.name))
             command = &c;
+    const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv, command);
+    if (!why.isEmpty())
+        return usageError(why);
     if (!command)
         return usageError(QStringLiteral("unknown command ") + o.command);
 

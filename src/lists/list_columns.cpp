@@ -14,6 +14,13 @@ ListTable tableWithColumns(std::span<const ColumnDef> defs, const QColor& second
     return table;
 }
 
+qsizetype rowTextWidth(std::span<const ColumnDef> defs) {
+    qsizetype width = 0;
+    for (const ColumnDef& def : defs)
+        width += def.shown == Shown::Own || def.shown == Shown::PassType ? 5 : def.size; // "hh:mm", "Month"
+    return width;
+}
+
 QByteArrayView passTypeText(QByteArrayView letter) {
     if (letter == "D")
         return "Day";

@@ -76,6 +76,9 @@ struct BuiltList {
     FileError error;
 };
 
+// The most text one row of these columns can hold.
+qsizetype rowTextWidth(std::span<const ColumnDef> defs);
+
 // An empty table with these columns and second row colour (the first is always white).
 ListTable tableWithColumns(std::span<const ColumnDef> defs, const QColor& secondRowColour);
 

@@ -38,7 +38,8 @@ TextColour ListTable::textColour(int row, int column) const {
     return m_colours[cellIndex(row, column)];
 }
 
-void ListTable::reserve(int rows) {
+void ListTable::reserve(int rows, qsizetype textBytes) {
+    m_text.reserve(textBytes);
     m_rowStarts.reserve(rows);
     m_cellEnds.reserve(qsizetype(rows) * columns.size());
     m_colours.reserve(qsizetype(rows) * columns.size());

@@ -44,8 +44,9 @@ public:
     TextColour textColour(int row, int column) const;
     const QColor& rowColour(int row) const { return rowColours[std::size_t(row % 2)]; }
 
-    // Building, row by row: every row gets exactly columnCount() cells.
-    void reserve(int rows);
+    // Building, row by row: every row gets exactly columnCount() cells. Reserving room for the rows and their
+    // text up front spares a long list the copies and fresh pages of growing step by step.
+    void reserve(int rows, qsizetype textBytes);
     void beginRow();
     void addCell(QByteArrayView bytes, TextColour colour = TextColour::Black);
     // Appends to the last cell added.

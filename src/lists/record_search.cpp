@@ -79,33 +79,37 @@ constexpr std::array<unsigned char, 256> makeFold() {
 }
 constexpr std::array<unsigned char, 256> kFold = makeFold();
 
-QByteArray foldedBytes(const QString& text) {
-    QByteArray bytes = toWindows1252(text);
-    for (char& c : bytes)
+} // namespace
+
+FoldedFinder::FoldedFinder(const QString& text)
+    : m_needle(toWindows1252(text)) {
+    for (char& c : m_needle)
         c = char(kFold[static_cast<unsigned char>(c)]);
-    return bytes;
+    const qsizetype n = m_needle.size();
+    m_shift.fill(n);
+    for (qsizetype j = 0; j + 1 < n; ++j)
+        m_shift[static_cast<unsigned char>(m_needle[j])] = n - 1 - j;
 }
 
-bool containsFolded(QByteArrayView hay, QByteArrayView needle) {
-    const qsizetype n = needle.size();
+bool FoldedFinder::foundIn(QByteArrayView hay) const {
+    const qsizetype n = m_needle.size();
     if (n == 0)
         return true;
     const auto* h = reinterpret_cast<const unsigned char*>(hay.data());
-    const auto* k = reinterpret_cast<const unsigned char*>(needle.data());
-    const unsigned char first = k[0];
-    for (qsizetype i = 0, last = hay.size() - n; i <= last; ++i) {
-        if (kFold[h[i]] != first)
-            continue;
-        qsizetype j = 1;
-        while (j < n && kFold[h[i + j]] == k[j])
-            ++j;
-        if (j == n)
-            return true;
+    const auto* k = reinterpret_cast<const unsigned char*>(m_needle.constData());
+    for (qsizetype i = 0, last = hay.size() - n; i <= last;) {
+        const unsigned char tail = kFold[h[i + n - 1]];
+        if (tail == k[n - 1]) {
+            qsizetype j = n - 2;
+            while (j >= 0 && kFold[h[i + j]] == k[j])
+                --j;
+            if (j < 0)
+                return true;
+        }
+        i += m_shift[tail];
     }
     return false;
 }
-
-} // namespace
 
 QStringList RecordSearch::kindItems() {
     QStringList items;
@@ -144,11 +148,11 @@ QString RecordSearch::findTextFor(SearchKind kind, const QString& findText) {
 
 SearchMatch::SearchMatch(SearchKind kind, const QString& findText)
     : m_kind(kind)
-    , m_needle(foldedBytes(RecordSearch::findTextFor(kind, findText))) {}
+    , m_finder(RecordSearch::findTextFor(kind, findText)) {}
 
 bool SearchMatch::matches(const RecordLine& line) const {
     if (m_kind == SearchKind::AnyText)
-        return containsFolded(line.bytes(), m_needle);
+        return m_finder.foundIn(line.bytes());
     if (m_kind == SearchKind::Name) {
         char name[16 + 1 + 18];
         const QByteArrayView first = trimBlanks(line.columns(14, 16));
@@ -156,10 +160,10 @@ bool SearchMatch::matches(const RecordLine& line) const {
         std::memcpy(name, first.data(), size_t(first.size()));
         name[first.size()] = ' ';
         std::memcpy(name + first.size() + 1, last.data(), size_t(last.size()));
-        return containsFolded(QByteArrayView(name, first.size() + 1 + last.size()), m_needle);
+        return m_finder.foundIn(QByteArrayView(name, first.size() + 1 + last.size()));
     }
     const KindSpec& def = kKinds[std::size_t(m_kind)];
-    return containsFolded(line.columns(def.column, def.width), m_needle);
+    return m_finder.foundIn(line.columns(def.column, def.width));
 }
 
 BuiltList RecordSearch::run(const QString& dataPath, const QDate& month, SearchKind kind,

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -87,22 +88,54 @@ FileError readWholeFile(const QString& path, QByteArray& bytes) {
     return {};
 }
 
-FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writePath) {
-    WritePath& out = writePath ? *writePath : realWritePath();
-    QSaveFile file(path);
-    // Never fall back to writing over the old file in place.
-    file.setDirectWriteFallback(false);
-    errno = 0;
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return FileError::fromErrno(errnoOr(EACCES), path);
-    if (const int err = out.write(file, bytes)) {
-        file.cancelWriting();
-        return FileError::fromErrno(err, path);
+namespace {
+
+// A file's new content on its way in: written to a temporary file in the same folder, then flushed and
+// renamed over the old one. Until commit() succeeds the old file is untouched; a failure drops the new one.
+class Replacement {
+public:
+    Replacement(const QString& path, WritePath& out)
+        : m_path(path)
+        , m_out(out)
+        , m_file(path) {}
+
+    FileError open() {
+        // Never fall back to writing over the old file in place.
+        m_file.setDirectWriteFallback(false);
+        errno = 0;
+        if (!m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+            return FileError::fromErrno(errnoOr(EACCES), m_path);
+        return {};
     }
-    if (const int err = out.commit(file))
-        return FileError::fromErrno(err, path);
-    syncFolder(path);
-    return {};
+    FileError write(QByteArrayView bytes) {
+        if (const int err = m_out.write(m_file, bytes)) {
+            m_file.cancelWriting();
+            return FileError::fromErrno(err, m_path);
+        }
+        return {};
+    }
+    FileError commit() {
+        if (const int err = m_out.commit(m_file))
+            return FileError::fromErrno(err, m_path);
+        syncFolder(m_path);
+        return {};
+    }
+
+private:
+    QString m_path;
+    WritePath& m_out;
+    QSaveFile m_file;
+};
+
+} // namespace
+
+FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writePath) {
+    Replacement file(path, writePath ? *writePath : realWritePath());
+    if (FileError error = file.open())
+        return error;
+    if (FileError error = file.write(bytes))
+        return error;
+    return file.commit();
 }
 
 FileError appendLine(const QString& path, QByteArrayView line, WritePath* writePath) {
@@ -169,8 +202,20 @@ FileError rewriteLines(const QString& path, const LineEdit& edit, bool* changed,
     QByteArray bytes;
     if (FileError error = readWholeFile(path, bytes))
         return error;
+    // The new content is checked against the old as it is made and goes out in pieces, so a big month never
+    // stands in memory twice. Nothing is written while it is the same as the old; at the first difference the
+    // part that was the same is written from the old content.
+    constexpr qsizetype kPiece = 256 * 1024;
+    std::optional<Replacement> file;
+    qsizetype same = 0; // bytes of the old content matched while nothing is written
     QByteArray out;
-    out.reserve(bytes.size() + bytes.size() / 64 + 2);
+    out.reserve(2 * kPiece); // a piece and the line that fills it
+    auto startWriting = [&]() -> FileError {
+        file.emplace(path, writePath ? *writePath : realWritePath());
+        if (FileError error = file->open())
+            return error;
+        return file->write(QByteArrayView(bytes).first(same));
+    };
     const char* at = bytes.constData();
     const char* const end = at + bytes.size();
     while (at < end) {
@@ -181,10 +226,31 @@ FileError rewriteLines(const QString& path, const LineEdit& edit, bool* changed,
             --len;
         edit(QByteArrayView(at, len), out);
         at = nl ? nl + 1 : end;
+        if (!file) {
+            if (out.size() <= bytes.size() - same &&
+                std::memcmp(bytes.constData() + same, out.constData(), size_t(out.size())) == 0) {
+                same += out.size();
+                out.resize(0);
+                continue;
+            }
+            if (FileError error = startWriting())
+                return error;
+        }
+        if (out.size() >= kPiece) {
+            if (FileError error = file->write(out))
+                return error;
+            out.resize(0);
+        }
     }
-    if (out == bytes)
-        return {};
-    if (FileError error = replaceFile(path, out, writePath))
+    if (!file) {
+        if (same == bytes.size())
+            return {};
+        if (FileError error = startWriting()) // the old content less its last lines
+            return error;
+    }
+    if (FileError error = file->write(out))
+        return error;
+    if (FileError error = file->commit())
         return error;
     if (changed)
         *changed = true;

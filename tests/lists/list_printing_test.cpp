@@ -3,6 +3,7 @@
 #include "lists/list_text.h"
 #include "lists_fixture.h"
 
+#include <QBuffer>
 #include <QPdfWriter>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -23,6 +24,47 @@ QString run(const QString& program, const QStringList& args, int* exitCode = nul
     if (err)
         *err = QString::fromUtf8(p.readAllStandardError());
     return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+QString textOf(const ListTable& table, bool csv) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    EXPECT_TRUE(writeListTableText(table, csv, buffer));
+    return QString::fromUtf8(buffer.data());
+}
+
+// Cells keep their Windows-1252 characters, lose their blanks, and are quoted in CSV only where they must be;
+// a long list comes out whole across the pieces it is written in.
+TEST(ListText, writesTrimmedUtf8CellsAndQuotesCsvFields) {
+    ListTable table;
+    table.columns = {{u" Name "_s, 100, Qt::AlignLeft}, {u"Note"_s, 100, Qt::AlignLeft}};
+    table.beginRow();
+    table.addCell("  Ren\xE9"
+                  "e \x80 ");
+    table.addCell("\tsaid \"hi\", then left\r");
+    for (int r = 0; r < 20000; ++r) {
+        table.beginRow();
+        table.addCell(QByteArray::number(r));
+        table.addCell("   plain   ");
+    }
+
+    const QString tabs = textOf(table, false);
+    const QStringList lines = tabs.split(u'\n');
+    ASSERT_EQ(lines.size(), 1 + 1 + 20000 + 1) << "header, rows, and the empty text after the last line end";
+    EXPECT_EQ(lines[0], u"Name\tNote"_s);
+    EXPECT_EQ(lines[1], u"Ren\u00E9e \u20AC\tsaid \"hi\", then left"_s);
+    EXPECT_EQ(lines[2], u"0\tplain"_s);
+    EXPECT_EQ(lines[20001], u"19999\tplain"_s);
+
+    const QString csv = textOf(table, true);
+    EXPECT_TRUE(
+        csv.startsWith(u"Name,Note\r\nRen\u00E9e \u20AC,\"said \"\"hi\"\", then left\"\r\n0,plain\r\n"_s))
+        << csv.left(80).toStdString();
+    EXPECT_TRUE(csv.endsWith(u"19999,plain\r\n"_s));
+
+    QBuffer readOnly;
+    readOnly.open(QIODevice::ReadOnly);
+    EXPECT_FALSE(writeListTableText(table, false, readOnly)) << "a device that takes no bytes is reported";
 }
 
 struct ListPrintingTest : ListsFixture {
@@ -118,21 +160,21 @@ TEST_F(ListPrintingTest, adminListsTheDesksRows) {
     select(15, "JUNE", "2024");
     lists.selectDayRecord(dates);
     EXPECT_EQ(run(admin, common + QStringList{u"list"_s, u"day"_s, u"2024-06-15"_s}, &code),
-              listTableText(lists.table(), false));
+              textOf(lists.table(), false));
     EXPECT_EQ(code, 0);
     lists.selectMonthRecord(dates);
     EXPECT_EQ(run(admin, QStringList{u"--csv"_s} + common + QStringList{u"list"_s, u"month"_s, u"2024-06"_s},
                   &code),
-              listTableText(lists.table(), true));
+              textOf(lists.table(), true));
     lists.startSearch(dates, u"NAME"_s, u"visitor1"_s);
     EXPECT_EQ(lists.table().listedCount(), 1);
     EXPECT_EQ(run(admin, common + QStringList{u"search"_s, u"2024-06"_s, u"NAME"_s, u"visitor1"_s}, &code),
-              listTableText(lists.table(), false));
+              textOf(lists.table(), false));
     const QString onsite = run(admin, QStringList{u"--csv"_s} + common + QStringList{u"onsite"_s}, &code);
     EXPECT_EQ(code, 0);
     EXPECT_TRUE(desk.folder.exists(u"Status/240615.vdf"_s));
     lists.showDayStatus();
-    EXPECT_EQ(onsite, listTableText(lists.table(), true));
+    EXPECT_EQ(onsite, textOf(lists.table(), true));
     EXPECT_TRUE(onsite.contains(u"\"Old, \"\"Pass\"\" Ltd\""_s)) << onsite.toStdString();
 
     QString err;

@@ -89,6 +89,28 @@ TEST_F(SearchTest, patternCharactersArePlainText) {
     EXPECT_EQ(search("ORGANISATION", u"a.*"_s), GridLists::Outcome::Message);
 }
 
+// The search steps over bytes it need not look at; it must still find a text that starts inside a near-miss,
+// that fills the searched columns exactly, or that ends on their last column, and never one cut by their end.
+TEST_F(SearchTest, findsTextsAtEveryPlaceInTheSearchedColumns) {
+    writeLines(u"Record/2406.vrf"_s,
+               {handLine({{1, "240601000001"}, {69, "aaab"}}),       // after a near-miss "aa"
+                handLine({{1, "240601000002"}, {69, "AAB"}}),        // at the first column
+                handLine({{1, "240601000003"}, {69, "xxxxxxxAAB"}}), // ending on the tenth and last column
+                handLine({{1, "240601000004"}, {69, "xxxxxxxxAA"}, {80, "B"}}), // cut by the field's end
+                handLine({{1, "240601000005"}, {69, "ab ab aa"}})});
+    select(15, "JUNE", "2024");
+    search("CAR REGISTRATION", u"aab"_s);
+    EXPECT_EQ(column(0), (QStringList{u"240601000001"_s, u"240601000002"_s, u"240601000003"_s}));
+    search("CAR REGISTRATION", u"xxxxxxxxaa"_s);
+    EXPECT_EQ(column(0), QStringList{u"240601000004"_s}) << "a text as long as the columns";
+    EXPECT_EQ(search("CAR REGISTRATION", u"xxxxxxxxaab"_s), GridLists::Outcome::Message)
+        << "longer than the columns";
+    search("ANY TEXT", u"aab"_s);
+    EXPECT_EQ(column(0), (QStringList{u"240601000001"_s, u"240601000002"_s, u"240601000003"_s}));
+    search("ANY TEXT", u"aa b"_s);
+    EXPECT_EQ(column(0), QStringList{u"240601000004"_s}) << "the whole line joins the columns";
+}
+
 TEST_F(SearchTest, refusalsAndTheThreeMessages) {
     select(15, "JUNE", "2024");
     EXPECT_EQ(search("NAME", u"   "_s), GridLists::Outcome::Refused);

@@ -1,0 +1,94 @@
+#include "store_fixture.h"
+
+#include <QDir>
+#include <gtest/gtest.h>
+
+using namespace porvane;
+using namespace porvane::test;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// A file of `count` numbered lines, each `width` bytes before its line end.
+QByteArray numberedLines(int count, int width, QByteArrayView lineEnd = "\r\n") {
+    QByteArray bytes;
+    for (int i = 0; i < count; ++i)
+        bytes += QByteArray::number(i).leftJustified(width, '.') + lineEnd.toByteArray();
+    return bytes;
+}
+
+struct RewriteLinesTest : ::testing::Test {
+    TempDataFolder folder;
+    QString file = folder.path(u"Record/2403.vrf"_s);
+
+    // Rewrites the file, replacing line `target` by "changed" and dropping lines from `dropFrom` on.
+    FileError rewrite(int target, int dropFrom, bool* changed, WritePath* writePath = nullptr) {
+        int index = 0;
+        return rewriteLines(
+            file,
+            [&](QByteArrayView line, QByteArray& out) {
+                const int i = index++;
+                if (i >= dropFrom)
+                    return;
+                out.append(i == target ? QByteArrayView("changed") : line);
+                out.append(kLineEnd);
+            },
+            changed, writePath);
+    }
+};
+
+} // namespace
+
+// The new content goes out in pieces as it is made; a month far bigger than one piece must come out whole,
+// with its change in place, whether the change comes first, in the middle, last, or as lines dropped.
+TEST_F(RewriteLinesTest, aBigFileIsRewrittenWhole_whereverTheChangeFalls) {
+    const QByteArray before = numberedLines(3000, 1186);
+    QByteArrayList lines = before.split('\n');
+    lines.removeLast();
+    for (const int target : {0, 1500, 2999}) {
+        folder.write(u"Record/2403.vrf"_s, before);
+        bool changed = false;
+        ASSERT_FALSE(rewrite(target, 3000, &changed)) << target;
+        EXPECT_TRUE(changed);
+        QByteArrayList expected = lines;
+        expected[target] = "changed\r";
+        EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), expected.join('\n') + '\n') << target;
+    }
+    folder.write(u"Record/2403.vrf"_s, before);
+    bool changed = false;
+    ASSERT_FALSE(rewrite(-1, 2000, &changed));
+    EXPECT_TRUE(changed);
+    EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), before.first(2000 * 1188))
+        << "the last thousand lines dropped";
+}
+
+TEST_F(RewriteLinesTest, unchangedContentIsNotWritten_butLfOnlyLinesAreWrittenWithCrLf) {
+    folder.write(u"Record/2403.vrf"_s, numberedLines(500, 1186));
+    FailingWritePath failing;
+    failing.failCommit = true; // any write that reached the rename would fail the call
+    bool changed = true;
+    EXPECT_FALSE(rewrite(-1, 500, &changed, &failing));
+    EXPECT_FALSE(changed);
+    EXPECT_EQ(failing.written, 0);
+
+    folder.write(u"Record/2403.vrf"_s, numberedLines(500, 1186, "\n"));
+    ASSERT_FALSE(rewrite(-1, 500, &changed));
+    EXPECT_TRUE(changed);
+    EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), numberedLines(500, 1186));
+}
+
+// A write that fails part-way, in any piece, leaves the old file byte-identical.
+TEST_F(RewriteLinesTest, aWriteFailingInAnyPiece_leavesTheOldFileAsItWas) {
+    const QByteArray before = numberedLines(3000, 1186);
+    for (const qint64 budget : {0LL, 100LL, 300000LL, 3000000LL}) {
+        folder.write(u"Record/2403.vrf"_s, before);
+        FailingWritePath failing;
+        failing.budget = budget;
+        bool changed = true;
+        EXPECT_EQ(rewrite(0, 3000, &changed, &failing).number, 61) << budget;
+        EXPECT_FALSE(changed);
+        EXPECT_EQ(failing.written, budget);
+        EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), before) << budget;
+        EXPECT_EQ(QDir(folder.path(u"Record"_s)).entryList(QDir::Files), QStringList{u"2403.vrf"_s});
+    }
+}
