@@ -2,6 +2,7 @@
 #include "admin/demo_command.h"
 #include "admin/list_command.h"
 #include "admin/pass_command.h"
+#include "admin/verify_command.h"
 #include "app/app_paths.h"
 #include "settings/settings_file.h"
 
@@ -24,6 +25,7 @@ std::span<const Command> commandTable() {
         {"list", "day YYYY-MM-DD | month YYYY-MM", runListCommand},
         {"search", "YYYY-MM KIND TEXT", runSearchCommand},
         {"onsite", "", runOnsiteCommand},
+        {"verify", "", runVerifyCommand},
     };
     return commands;
 }
