@@ -44,6 +44,15 @@ protected:
         };
     }
 
+    // NEW, then the boxes a new booking needs.
+    void typeNewBooking() {
+        editor.cmdNEW();
+        editor.setBoxText(Field::FirstName, QStringLiteral("Jo"));
+        editor.setBoxText(Field::LastName, QStringLiteral("Li"));
+        editor.setBoxText(Field::Department, QStringLiteral(" ENGINEERING"));
+        editor.setBoxText(Field::Organisation, QStringLiteral("Acme Widgets Ltd"));
+    }
+
     DateSelection dates;
     BookedTimes times;
     RecordStore records;
@@ -53,11 +62,7 @@ protected:
 };
 
 TEST_F(DeskFlow, newEditRenameAndDeleteOnTheMonthFile) {
-    editor.cmdNEW();
-    editor.setBoxText(Field::FirstName, QStringLiteral("Jo"));
-    editor.setBoxText(Field::LastName, QStringLiteral("Li"));
-    editor.setBoxText(Field::Department, QStringLiteral(" ENGINEERING"));
-    editor.setBoxText(Field::Organisation, QStringLiteral("Acme Widgets Ltd"));
+    typeNewBooking();
     times.setCurrentCell(20, 1);
     times.setCellText(20, QStringLiteral("09.30"));
     times.validateCell(20);
@@ -139,11 +144,7 @@ TEST_F(DeskFlow, passRemovalRequestedByThePassWindowIsStored) {
 }
 
 TEST_F(DeskFlow, dataFolderRemovedOrUnreadableWhileTheDeskRuns_showsMessages_andKeepsTheBookingInTheEditor) {
-    editor.cmdNEW();
-    editor.setBoxText(Field::FirstName, QStringLiteral("Jo"));
-    editor.setBoxText(Field::LastName, QStringLiteral("Li"));
-    editor.setBoxText(Field::Department, QStringLiteral(" ENGINEERING"));
-    editor.setBoxText(Field::Organisation, QStringLiteral("Acme Widgets Ltd"));
+    typeNewBooking();
     editor.cmdSAVE();
     ASSERT_EQ(editor.box(Field::RegNo), u"240314100507");
     const QString data = state.dataPath();
