@@ -3,6 +3,7 @@
 #include "admin/list_command.h"
 #include "admin/pass_command.h"
 #include "admin/purge_command.h"
+#include "admin/verify_command.h"
 #include "app/app_paths.h"
 #include "settings/settings_file.h"
 
@@ -27,6 +28,7 @@ std::span<const Command> commandTable() {
         {"search", "YYYY-MM KIND TEXT", runSearchCommand},
         {"onsite", "", runOnsiteCommand},
         {"purge", kPurgeSynopsis, runPurgeCommand},
+        {"verify", "", runVerifyCommand},
     };
     return commands;
 }

@@ -56,24 +56,6 @@ constexpr Column kColumns[] = {
 // from being read or edited casually, as it always has.
 constexpr char kKeyText[] = "#&4k 7.Q~#";
 
-// XChaCha20 XOR keeps the record's length, so the file stays one 3839-byte record with no room for a nonce.
-// The nonce is therefore fixed, derived from the key text like the key (a different BLAKE2b output length
-// gives an unrelated digest). A reused nonce only lets someone compare two versions of a file whose key ships
-// with the program anyway.
-void applyCipher(QByteArray& record) {
-    static const bool ready = sodium_init() >= 0;
-    if (!ready)
-        qFatal("libsodium cannot start");
-    unsigned char key[crypto_stream_xchacha20_KEYBYTES];
-    unsigned char nonce[crypto_stream_xchacha20_NONCEBYTES];
-    const auto* text = reinterpret_cast<const unsigned char*>(kKeyText);
-    const std::size_t textLength = sizeof kKeyText - 1;
-    crypto_generichash(key, sizeof key, text, textLength, nullptr, 0);
-    crypto_generichash(nonce, sizeof nonce, text, textLength, nullptr, 0);
-    auto* bytes = reinterpret_cast<unsigned char*>(record.data());
-    crypto_stream_xchacha20_xor(bytes, bytes, std::size_t(record.size()), nonce, key);
-}
-
 // A record this program wrote holds only printable characters; a control character means the file was
 // written by something else or damaged.
 bool looksLikeRecord(const QByteArray& record) {
@@ -92,6 +74,24 @@ QString keepCopy(const QString& file) {
 }
 
 } // namespace
+
+// XChaCha20 XOR keeps the record's length, so the file stays one 3839-byte record with no room for a nonce.
+// The nonce is therefore fixed, derived from the key text like the key (a different BLAKE2b output length
+// gives an unrelated digest). A reused nonce only lets someone compare two versions of a file whose key ships
+// with the program anyway.
+void applySettingsCipher(QByteArray& record) {
+    static const bool ready = sodium_init() >= 0;
+    if (!ready)
+        qFatal("libsodium cannot start");
+    unsigned char key[crypto_stream_xchacha20_KEYBYTES];
+    unsigned char nonce[crypto_stream_xchacha20_NONCEBYTES];
+    const auto* text = reinterpret_cast<const unsigned char*>(kKeyText);
+    const std::size_t textLength = sizeof kKeyText - 1;
+    crypto_generichash(key, sizeof key, text, textLength, nullptr, 0);
+    crypto_generichash(nonce, sizeof nonce, text, textLength, nullptr, 0);
+    auto* bytes = reinterpret_cast<unsigned char*>(record.data());
+    crypto_stream_xchacha20_xor(bytes, bytes, std::size_t(record.size()), nonce, key);
+}
 
 QString settingsFilePath(const QString& appPath) {
     return appPath + QStringLiteral("_PSF/PSystem/twsabusr.dat");
@@ -153,22 +153,24 @@ SettingsLoad LoadSettings(AppState& state) {
         return result;
     }
 
-    applyCipher(record);
-    if (!looksLikeRecord(record)) {
-        result.status = SettingsLoad::Status::Damaged;
+    result.status = decodeSettingsRecord(record, state.settings);
+    if (result.status != SettingsLoad::Status::Loaded)
         result.keptCopy = keepCopy(path);
-        return result;
-    }
-    if (record.size() < kSettingsRecordLength) {
-        result.status = SettingsLoad::Status::Short;
-        result.keptCopy = keepCopy(path);
-    }
+    return result;
+}
+
+SettingsLoad::Status decodeSettingsRecord(QByteArray record, Settings& settings) {
+    settings = Settings{};
+    record.truncate(kSettingsRecordLength);
+    applySettingsCipher(record);
+    if (!looksLikeRecord(record))
+        return SettingsLoad::Status::Damaged;
     // A short record reads as far as it goes; the settings beyond its end stay empty.
     for (const Column& c : kColumns) {
         const QString text = fromWindows1252(record.mid(c.first - 1, c.width));
-        state.settings.*c.member = c.trimmed ? text.trimmed() : text;
+        settings.*c.member = c.trimmed ? text.trimmed() : text;
     }
-    return result;
+    return record.size() < kSettingsRecordLength ? SettingsLoad::Status::Short : SettingsLoad::Status::Loaded;
 }
 
 FileError SaveSettings(const AppState& state) {
@@ -177,7 +179,7 @@ FileError SaveSettings(const AppState& state) {
         const QByteArray text = toWindows1252(state.settings.*c.member).left(c.width);
         record.replace(c.first - 1, text.size(), text);
     }
-    applyCipher(record);
+    applySettingsCipher(record);
 
     const QString path = settingsFilePath(state.AppPath);
     if (!QDir().mkpath(QFileInfo(path).absolutePath()))

@@ -33,6 +33,13 @@ inline constexpr int kSettingsRecordLength = 3839;
 // Reads and deciphers the record into state.settings (password and folders trimmed, options as they are).
 SettingsLoad LoadSettings(AppState& state);
 
+// Enciphers a record, or deciphers one: the cipher is an XOR stream, so it is its own inverse.
+void applySettingsCipher(QByteArray& record);
+
+// Deciphers a record as read from the file and takes each setting from its columns. Damaged (and settings
+// left empty) when the deciphered record holds a control character; Short when it ends before 3839 bytes.
+SettingsLoad::Status decodeSettingsRecord(QByteArray record, Settings& settings);
+
 // Enciphers state.settings as one record and replaces the file whole (temporary file and rename), so a failed
 // write leaves the old file as it was.
 FileError SaveSettings(const AppState& state);

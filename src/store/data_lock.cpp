@@ -1,8 +1,11 @@
 #include "store/data_lock.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QRandomGenerator>
 #include <QThread>
 
 using namespace Qt::Literals::StringLiterals;
@@ -10,6 +13,10 @@ using namespace Qt::Literals::StringLiterals;
 namespace porvane {
 
 namespace {
+// Between two looks at a busy lock: a few milliseconds, varied so that waiting desks do not take turns in
+// step.
+constexpr int kPollStep = 8;
+
 QString describe(const LockHolder& holder) {
     const QString host =
         holder.host.isEmpty() ? QCoreApplication::translate("DataLock", "an unknown PC") : holder.host;
@@ -38,18 +45,29 @@ DataLock::State DataLock::acquire() {
     m_holder = {};
     if (m_file.isLocked())
         return State::Held;
-    if (m_file.tryLock(int(m_wait.count())))
+    // Not tryLock(wait): Qt sleeps 100 ms and then ever longer between its tries, while a desk holds the lock
+    // only for the milliseconds of one change, so busy desks would queue for seconds.
+    const QDeadlineTimer deadline(m_wait);
+    // Qt removes a dead desk's lock under a second lock file, porvane.lock.rmlock; a desk killed while making
+    // either file leaves it without a name, and Qt would wait 30 seconds for such an rmlock to age.
+    QElapsedTimer namelessLock;
+    QElapsedTimer namelessRmLock;
+    while (!m_file.tryLock(0)) {
+        if (m_file.error() != QLockFile::LockFailedError)
+            break;
+        const bool removed = removeIfTorn(lockPath(m_dataPath), namelessLock) |
+                             removeIfTorn(lockPath(m_dataPath) + u".rmlock"_s, namelessRmLock);
+        if (removed)
+            continue;
+        if (deadline.hasExpired() && !namelessLock.isValid() && !namelessRmLock.isValid())
+            break;
+        QThread::msleep(1 + QRandomGenerator::global()->bounded(kPollStep));
+    }
+    if (m_file.isLocked())
         return State::Held;
     switch (m_file.error()) {
     case QLockFile::LockFailedError:
-        if (!readHolder()) {
-            // Released between the last try and the look at it: one more try without waiting.
-            if (m_file.tryLock(0))
-                return State::Held;
-            if (!readHolder() && removeTornLock() && m_file.tryLock(0))
-                return State::Held;
-            readHolder();
-        }
+        readHolder();
         m_error = {FileError::PermissionDenied,
                    tr("The data folder is in use by %1: %2").arg(describe(m_holder), lockPath(m_dataPath))};
         return State::Busy;
@@ -77,13 +95,24 @@ bool DataLock::readHolder() {
     return m_file.getLockInfo(&m_holder.pid, &m_holder.host, &m_holder.app);
 }
 
-bool DataLock::removeTornLock() {
-    // A live desk writes its name into the lock file the moment it makes it; a file still without a name a
+bool DataLock::removeIfTorn(const QString& path, QElapsedTimer& namelessSince) {
+    // A live desk writes its name into a lock file the moment it makes it; a file still without a name a
     // moment later is what a desk killed in between left behind, and nobody would ever release it.
-    QThread::msleep(kTornLockSettle.count());
-    if (readHolder() || !QFileInfo::exists(lockPath(m_dataPath)))
+    qint64 pid = 0;
+    QString host;
+    QString app;
+    if (!QFileInfo::exists(path) || QLockFile(path).getLockInfo(&pid, &host, &app)) {
+        namelessSince.invalidate();
         return false;
-    return breakLock();
+    }
+    if (!namelessSince.isValid()) {
+        namelessSince.start();
+        return false;
+    }
+    if (namelessSince.elapsed() < kTornLockSettle.count())
+        return false;
+    namelessSince.invalidate();
+    return QFile::remove(path);
 }
 
 bool DataLock::breakLock() {

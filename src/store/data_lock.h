@@ -4,6 +4,7 @@
 #include "store/file_error.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QLockFile>
 #include <QString>
 #include <chrono>
@@ -46,7 +47,8 @@ public:
 
 private:
     bool readHolder();
-    bool removeTornLock();
+    // Removes the lock file at path once it has been seen without a holder's name for kTornLockSettle.
+    static bool removeIfTorn(const QString& path, QElapsedTimer& namelessSince);
 
     QString m_dataPath;
     QLockFile m_file;

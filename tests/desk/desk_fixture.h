@@ -48,6 +48,15 @@ protected:
         };
     }
 
+    // NEW, then the boxes a new booking needs.
+    void typeNewBooking() {
+        editor.cmdNEW();
+        editor.setBoxText(Field::FirstName, QStringLiteral("Jo"));
+        editor.setBoxText(Field::LastName, QStringLiteral("Li"));
+        editor.setBoxText(Field::Department, QStringLiteral(" ENGINEERING"));
+        editor.setBoxText(Field::Organisation, QStringLiteral("Acme Widgets Ltd"));
+    }
+
     DateSelection dates;
     BookedTimes times;
     RecordStore records;

@@ -2,6 +2,9 @@
 #include "desk/booking_store.h"
 #include "desk_fixture.h"
 
+#include <QDir>
+#include <QFile>
+
 using namespace porvane;
 using porvane::test::DeskFlow;
 
@@ -26,11 +29,7 @@ QByteArray columns(const QByteArray& line, int first, int width) {
 } // namespace
 
 TEST_F(DeskFlow, newEditRenameAndDeleteOnTheMonthFile) {
-    editor.cmdNEW();
-    editor.setBoxText(Field::FirstName, QStringLiteral("Jo"));
-    editor.setBoxText(Field::LastName, QStringLiteral("Li"));
-    editor.setBoxText(Field::Department, QStringLiteral(" ENGINEERING"));
-    editor.setBoxText(Field::Organisation, QStringLiteral("Acme Widgets Ltd"));
+    typeNewBooking();
     times.setCurrentCell(20, 1);
     times.setCellText(20, QStringLiteral("09.30"));
     times.validateCell(20);
@@ -109,4 +108,47 @@ TEST_F(DeskFlow, passRemovalRequestedByThePassWindowIsStored) {
     EXPECT_EQ(columns(line, 936, 52), QByteArray(52, ' '));
     EXPECT_FALSE(state.RemovePassRequested);
     EXPECT_EQ(editor.view().PassPrntdLa.text, u"No Pass on-File");
+}
+
+TEST_F(DeskFlow, dataFolderRemovedOrUnreadableWhileTheDeskRuns_showsMessages_andKeepsTheBookingInTheEditor) {
+    typeNewBooking();
+    editor.cmdSAVE();
+    ASSERT_EQ(editor.box(Field::RegNo), u"240314100507");
+    const QString data = state.dataPath();
+    const QString moved = folder.appPath() + QStringLiteral("moved");
+
+    // The share goes away: the folder is gone.
+    ASSERT_TRUE(QDir().rename(data, moved));
+    prompter.clear();
+    editor.setBoxText(Field::Organisation, QStringLiteral("Acme Widgets plc"));
+    editor.cmdSAVE();
+    ASSERT_EQ(prompter.messages().size(), 1);
+    EXPECT_TRUE(prompter.last().text.startsWith(QStringLiteral("The booking could not be saved")) ||
+                prompter.last().text.contains(QStringLiteral("error 76")))
+        << prompter.last().text.toStdString();
+    EXPECT_TRUE(prompter.last().text.contains(QStringLiteral("The booking is still in the editor.")));
+    EXPECT_EQ(editor.box(Field::Organisation), u"Acme Widgets plc");
+    EXPECT_EQ(editor.box(Field::RegNo), u"240314100507");
+    EXPECT_EQ(state.record[Field::Organisation], u"Acme Widgets plc");
+
+    // It comes back, but the month file cannot be read (a folder stands in its place).
+    ASSERT_TRUE(QDir().rename(moved, data));
+    const QString monthFile = folder.path(QStringLiteral("Record/2403.vrf"));
+    ASSERT_TRUE(QFile::rename(monthFile, monthFile + QStringLiteral(".away")));
+    ASSERT_TRUE(QDir().mkdir(monthFile));
+    prompter.clear();
+    editor.cmdSAVE();
+    ASSERT_EQ(prompter.messages().size(), 1);
+    EXPECT_TRUE(prompter.last().text.contains(QStringLiteral("The booking is still in the editor.")))
+        << prompter.last().text.toStdString();
+    EXPECT_EQ(editor.box(Field::Organisation), u"Acme Widgets plc");
+
+    // Once the file is back the same SAVE stores the edit.
+    ASSERT_TRUE(QDir().rmdir(monthFile));
+    ASSERT_TRUE(QFile::rename(monthFile + QStringLiteral(".away"), monthFile));
+    prompter.clear();
+    editor.cmdSAVE();
+    EXPECT_TRUE(prompter.messages().isEmpty()) << prompter.texts().join(u'|').toStdString();
+    EXPECT_EQ(columns(linesOf(folder.read(QStringLiteral("Record/2403.vrf"))).value(0), 550, 16),
+              "Acme Widgets plc");
 }

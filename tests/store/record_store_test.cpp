@@ -236,34 +236,56 @@ TEST_F(RecordStoreTest, missingMonthOrFolder_reportsFileErrors_andLeavesTheRecor
     EXPECT_EQ(store.UpdateRecord(u"2403"_s, u"240305090000"_s).error.number, 76);
 }
 
-TEST_F(RecordStoreTest, writeFailingPartWay_leavesTheMonthByteIdentical_andReportsTheError) {
+TEST_F(RecordStoreTest,
+       writeFailingAfterAnyByteOrAtTheRename_leavesTheMonthByteIdentical_thenARetrySucceeds) {
     const QByteArray before = crLf({kAnn, kBob});
     desk.folder.write(u"Record/2403.vrf"_s, before);
+    const QString monthPath = desk.folder.path(u"Record/2403.vrf"_s);
     FailingWritePath failing;
     store.writePath = &failing;
 
     openBooking(kAnn);
     desk.state.record[Field::CarReg] = u"typed"_s;
-    failing.budget = 1500;
-    StoreResult result = store.UpdateRecord(u"2403"_s, u"240305090000"_s);
-    EXPECT_EQ(result.error.number, 61) << "disk full";
-    EXPECT_EQ(failing.written, 1500);
-    EXPECT_EQ(month(), before);
+    // The update rewrites the whole file: fail it after every possible count of bytes.
+    for (qint64 budget = 0; budget < before.size(); ++budget) {
+        failing.budget = budget;
+        failing.written = 0;
+        const StoreResult result = store.UpdateRecord(u"2403"_s, u"240305090000"_s);
+        ASSERT_EQ(result.error.number, 61) << "disk full after " << budget << " bytes";
+        ASSERT_EQ(result.error.text, u"Disk full: "_s + monthPath);
+        ASSERT_EQ(failing.written, budget);
+        ASSERT_EQ(month(), before) << "after " << budget << " bytes";
+    }
     EXPECT_EQ(desk.state.record[Field::CarReg], u"typed");
 
-    failing.budget = 700;
+    // The append of a new booking, the same.
     typeNewBooking();
-    result = store.SaveNewRecord(u"2403"_s);
-    EXPECT_EQ(result.error.number, 61);
-    EXPECT_EQ(month(), before) << "a part-written append is taken back";
+    const qint64 lineBytes = kRecordLineLength + 2;
+    for (qint64 budget = 0; budget < lineBytes; ++budget) {
+        failing.budget = budget;
+        const StoreResult result = store.SaveNewRecord(u"2403"_s);
+        ASSERT_EQ(result.error.number, 61);
+        ASSERT_EQ(month(), before) << "a part-written append is taken back, after " << budget << " bytes";
+    }
 
     failing.budget = -1;
     failing.failCommit = true;
-    result = store.DeleteBooking(u"2403"_s, u"240305090000"_s);
+    StoreResult result = store.DeleteBooking(u"2403"_s, u"240305090000"_s);
     EXPECT_EQ(result.error.number, 57) << "device I/O error at the rename";
+    EXPECT_EQ(result.error.text, u"Device I/O error: "_s + monthPath);
     EXPECT_EQ(month(), before);
     EXPECT_EQ(folderEntries(desk.folder.path(u"Record"_s)), QStringList{u"2403.vrf"_s});
     EXPECT_EQ(desk.state.mainTitle, AppState::plainTitle());
+
+    // Once the disk takes the bytes again, the same changes go through.
+    failing.failCommit = false;
+    openBooking(kAnn);
+    desk.state.record[Field::CarReg] = u"typed"_s;
+    ASSERT_TRUE(store.UpdateRecord(u"2403"_s, u"240305090000"_s).ok());
+    EXPECT_EQ(RecordLine(month()).trimmed(Field::CarReg), u"typed");
+    typeNewBooking();
+    ASSERT_TRUE(store.SaveNewRecord(u"2403"_s).ok());
+    EXPECT_EQ(crLfLines(month()).size(), 3 + 1);
 }
 
 TEST_F(RecordStoreTest, lockHeldByAnotherLiveDesk_isWaitedFor_thenTheOperatorRetriesCancelsOrBreaks) {
@@ -307,6 +329,32 @@ TEST_F(RecordStoreTest, nameLessLockFileOfAKilledDesk_isTakenOverWithoutAQuestio
     const StoreResult result = store.UpdateRecord(u"2403"_s, u"240305090000"_s);
     ASSERT_TRUE(result.ok()) << result.error.text.toStdString();
     EXPECT_TRUE(desk.prompter.messages().isEmpty());
+    EXPECT_EQ(RecordLine(month()).trimmed(Field::CarReg), u"typed");
+}
+
+TEST_F(RecordStoreTest, lockNamingAnotherPC_isNeverBrokenWithoutTheOperatorsYes) {
+    desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn}));
+    // A lock of a desk on another PC: its process cannot be looked for from here, however old the file.
+    const QByteArray otherDesk = "4242\nporvane\nreception-2\n";
+    desk.folder.write(u"porvane.lock"_s, otherDesk);
+    openBooking(kAnn);
+    desk.state.record[Field::CarReg] = u"typed"_s;
+
+    for (const Answer answer : {Answer::Cancel, Answer::Yes}) {
+        desk.prompter.clear();
+        desk.prompter.queue({answer, Answer::Cancel});
+        const StoreResult result = store.UpdateRecord(u"2403"_s, u"240305090000"_s);
+        EXPECT_EQ(result.error.number, 70);
+        EXPECT_TRUE(result.error.text.contains(u"reception-2 (process 4242)"))
+            << result.error.text.toStdString();
+        EXPECT_TRUE(desk.prompter.last().text.contains(u"the desk on reception-2 (process 4242)"));
+        EXPECT_EQ(desk.folder.read(u"porvane.lock"_s), otherDesk)
+            << "left alone without a yes to breaking it";
+        EXPECT_EQ(month(), crLf({kAnn}));
+    }
+
+    desk.prompter.queue(Answer::No); // the operator knows that desk is gone: break the lock
+    ASSERT_TRUE(store.UpdateRecord(u"2403"_s, u"240305090000"_s).ok());
     EXPECT_EQ(RecordLine(month()).trimmed(Field::CarReg), u"typed");
 }
 

@@ -1,0 +1,111 @@
+// porvane-admin verify over data folders laid out by hand, and the desk's lists over the same damaged files.
+#include "temp_data_folder.h"
+
+#include <QProcess>
+#include <gtest/gtest.h>
+
+using porvane::test::handLine;
+using porvane::test::TempDataFolder;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct AdminRun {
+    int status = -1;
+    QStringList out;
+    QString err;
+};
+
+AdminRun admin(const TempDataFolder& folder, const QStringList& args) {
+    QProcess p;
+    p.start(QStringLiteral(PORVANE_STAGE_DIR "/porvane-admin"),
+            QStringList{u"--home"_s, QStringLiteral(PORVANE_STAGE_DIR), u"--data"_s, folder.dataPath(),
+                        u"--today"_s, u"2024-02-10"_s} +
+                args);
+    if (!p.waitForFinished(60000))
+        return {};
+    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts),
+            QString::fromUtf8(p.readAllStandardError())};
+}
+
+const QByteArray kSound = handLine({{1, "240203090000"},
+                                    {14, "Ada"},
+                                    {31, "Quist"},
+                                    {936, "03-02-2024"},
+                                    {947, "04-02-2024"},
+                                    {969, "03-02-2024 at 09:00"},
+                                    {991, "09:05"},
+                                    {996, "  -  "},
+                                    {1060 + 4 * 28, "0930"}}); // 29 February 2024
+
+} // namespace
+
+TEST(VerifyCommand, soundFolder_printsNothingAndExitsZero) {
+    TempDataFolder folder;
+    folder.write(u"Record/2402.vrf"_s, kSound + "\r\n" + kSound + "\r\n");
+    folder.write(u"Status/240210.vdf"_s, kSound + "\r\n");
+    folder.write(u"Record/2402.vrf.tmp1234"_s, "left-over temporary file, not a month"); // ignored
+    const AdminRun r = admin(folder, {u"verify"_s});
+    EXPECT_EQ(r.status, 0) << r.err.toStdString();
+    EXPECT_TRUE(r.out.isEmpty()) << r.out.join(u'\n').toStdString();
+    EXPECT_TRUE(r.err.contains(u"2 files checked, 0 faults")) << r.err.toStdString();
+}
+
+TEST(VerifyCommand, damagedLines_areEachReportedAsFileLineWhat_andTheListsStillReadThem) {
+    TempDataFolder folder;
+    QByteArray shortLine = kSound.left(600);
+    QByteArray badIds = handLine({{1, "24021X090000"}, {14, "Bad"}, {31, "Id"}});
+    QByteArray otherMonth = handLine({{1, "240303090000"}, {14, "Mar"}, {31, "Ch"}});
+    QByteArray badTimes = handLine({{1, "240205090000"},
+                                    {14, "Cy"},
+                                    {31, "Dee"},
+                                    {936, "31-02-2024"},
+                                    {991, "25:00"},
+                                    {1060, "12x0"},
+                                    {1060 + 4 * 29, "1000"}}); // day 30 of February
+    QByteArray withNul = kSound;
+    withNul[40] = '\0';
+    folder.write(u"Record/2402.vrf"_s, kSound + "\r\n" + shortLine + "\r\n" + badIds + "\n" + otherMonth +
+                                           "\r\n" + badTimes + "\r\n" + withNul + "\r\n" + kSound.left(300));
+    folder.write(u"Status/240210.vdf"_s, kSound + "\r\n" + handLine({{1, "241305000000"}}) + "\r\n");
+
+    const AdminRun r = admin(folder, {u"verify"_s});
+    EXPECT_EQ(r.status, 1);
+    const QString month = folder.path(u"Record/2402.vrf"_s);
+    const QString status = folder.path(u"Status/240210.vdf"_s);
+    const QStringList expected{
+        month + u":2: line is 600 characters long, not 1186"_s,
+        month + u":3: line ends in LF, not CR LF"_s,
+        month + u":3: RegNo \"24021X090000\" is not 12 digits"_s,
+        month + u":4: RegNo 240303090000 belongs to month 2403, not 2402"_s,
+        month + u":5: TimeOnSite \"25:00\" is not hh:mm"_s,
+        month + u":5: PassStart \"31-02-2024\" is not a date dd-mm-yyyy"_s,
+        month + u":5: booked time of day 1 \"12x0\" is not hhmm"_s,
+        month + u":5: booked time on day 30, past the month's end"_s,
+        month + u":6: control character 0 in column 41"_s,
+        month + u":7: no line end: the file ends in the middle of this line"_s,
+        month + u":7: line is 300 characters long, not 1186"_s,
+        status + u":2: RegNo 241305000000 names month 13"_s,
+    };
+    EXPECT_EQ(r.out, expected) << r.out.join(u'\n').toStdString();
+    EXPECT_TRUE(r.err.contains(u"2 files checked, 12 faults")) << r.err.toStdString();
+
+    // The desk still lists them, showing what the columns hold.
+    const AdminRun list = admin(folder, {u"--csv"_s, u"list"_s, u"month"_s, u"2024-02"_s});
+    EXPECT_EQ(list.status, 0) << list.err.toStdString();
+    EXPECT_TRUE(list.out.join(u'\n').contains(u"240205090000,Cy,Dee,,01,12:x0,,,,31-02-2024,"_s))
+        << list.out.join(u'\n').toStdString();
+    const AdminRun onsite = admin(folder, {u"onsite"_s});
+    EXPECT_EQ(onsite.status, 0) << onsite.err.toStdString();
+}
+
+TEST(VerifyCommand, missingDataFolder_isAnError) {
+    TempDataFolder folder;
+    QProcess p;
+    p.start(QStringLiteral(PORVANE_STAGE_DIR "/porvane-admin"),
+            {u"--home"_s, QStringLiteral(PORVANE_STAGE_DIR), u"--data"_s, folder.path(u"nowhere"_s),
+             u"verify"_s});
+    ASSERT_TRUE(p.waitForFinished(60000));
+    EXPECT_EQ(p.exitCode(), 1);
+    EXPECT_TRUE(p.readAllStandardError().contains("no data folder"));
+}
