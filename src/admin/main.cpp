@@ -47,7 +47,7 @@ int usageError(const QString& why) {
     if (commands.empty())
         err << "no commands are available in this build\n";
     for (const Command& c : commands)
-        err << "  " << c.name << ' ' << c.synopsis << '\n';
+        err << "  " << c.name << (*c.synopsis ? " " : "") << c.synopsis << '\n';
     return 2;
 }
 

@@ -55,9 +55,10 @@ DataLock::State DataLock::acquire() {
     while (!m_file.tryLock(0)) {
         if (m_file.error() != QLockFile::LockFailedError)
             break;
-        const bool removed = removeIfTorn(lockPath(m_dataPath), namelessLock) |
-                             removeIfTorn(lockPath(m_dataPath) + u".rmlock"_s, namelessRmLock);
-        if (removed)
+        // Both files are looked at on every pass, so that each one's nameless time keeps running.
+        const bool lockRemoved = removeIfTorn(lockPath(m_dataPath), namelessLock);
+        const bool rmLockRemoved = removeIfTorn(lockPath(m_dataPath) + u".rmlock"_s, namelessRmLock);
+        if (lockRemoved || rmLockRemoved)
             continue;
         if (deadline.hasExpired() && !namelessLock.isValid() && !namelessRmLock.isValid())
             break;
