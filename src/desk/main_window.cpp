@@ -1,5 +1,6 @@
 #include "desk/main_window.h"
 
+#include "app/about_window.h"
 #include "app/help_topics.h"
 #include "demo/demo_offer.h"
 #include "desk/booked_times_model.h"
@@ -305,7 +306,9 @@ QWidget* MainWindow::buildDates() {
     f.setBold(true);
     laClock->setFont(f);
     auto* help = new QLabel(tr("[F1] for Help"));
+    cmdAbout = button(tr("About"), "cmdAbout", tr("Product, version and site"));
     auto* bottom = new QHBoxLayout;
+    bottom->addWidget(cmdAbout);
     bottom->addWidget(laClock, 1);
     bottom->addWidget(help);
     v->addLayout(bottom);
@@ -597,6 +600,7 @@ void MainWindow::wireTools() {
         showEditorState();
         showListState();
     });
+    connect(cmdAbout, &QPushButton::clicked, this, [this] { AboutWindow(m_state, this).exec(); });
     connect(Command1, &QPushButton::clicked, this, [this] {
         if (DemoOffer::run(m_state, m_dates.selectedDate()))
             listMonth();

@@ -133,6 +133,7 @@ private:
     QPushButton* cmdCamera = nullptr;
     QPushButton* cmdSettings = nullptr;
     QPushButton* cmdMultiDELETE = nullptr;
+    QPushButton* cmdAbout = nullptr;
     QPushButton* Command1 = nullptr;
     QTableView* StatGrid = nullptr;
 };
