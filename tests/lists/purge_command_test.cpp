@@ -1,34 +1,19 @@
+#include "admin_run.h"
 #include "temp_data_folder.h"
 
 #include <QDir>
-#include <QProcess>
 #include <gtest/gtest.h>
 
+using porvane::test::AdminRun;
 using porvane::test::handLine;
 using porvane::test::TempDataFolder;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-struct AdminRun {
-    int status = -1;
-    QString out;
-    QString err;
-};
-
 // porvane-admin purge over the folder, with `input` on its stdin.
 AdminRun purge(const TempDataFolder& folder, const QStringList& args, const QByteArray& input = {}) {
-    QProcess p;
-    p.start(QStringLiteral(PORVANE_STAGE_DIR "/porvane-admin"),
-            QStringList{u"--home"_s, QStringLiteral(PORVANE_STAGE_DIR), u"--data"_s, folder.dataPath(),
-                        u"--today"_s, u"2024-06-15"_s, u"purge"_s} +
-                args);
-    p.write(input);
-    p.closeWriteChannel();
-    if (!p.waitForFinished(60000))
-        return {};
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-            QString::fromUtf8(p.readAllStandardError())};
+    return porvane::test::runAdmin(folder, u"2024-06-15"_s, QStringList{u"purge"_s} + args, input);
 }
 
 const QByteArray kMarch = handLine({{1, "240301090000"}, {14, "Ann"}, {31, "Lee"}, {1076, "0900"}}) + "\r\n" +

@@ -1,3 +1,4 @@
+#include "admin_run.h"
 #include "temp_data_folder.h"
 
 #include <QBuffer>
@@ -6,28 +7,15 @@
 #include <QProcess>
 #include <gtest/gtest.h>
 
+using porvane::test::AdminRun;
 using porvane::test::handLine;
 using porvane::test::TempDataFolder;
 
 namespace {
 
-struct AdminRun {
-    int status = -1;
-    QString out;
-    QString err;
-};
-
 AdminRun admin(const TempDataFolder& folder, const QStringList& args) {
-    QProcess p;
-    p.start(QStringLiteral(PORVANE_STAGE_DIR "/porvane-admin"),
-            QStringList{QStringLiteral("--home"), QStringLiteral(PORVANE_STAGE_DIR), QStringLiteral("--data"),
-                        folder.dataPath(), QStringLiteral("--today"), QStringLiteral("2026-11-14"),
-                        QStringLiteral("--now"), QStringLiteral("09:05")} +
-                args);
-    if (!p.waitForFinished(60000))
-        return {};
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-            QString::fromUtf8(p.readAllStandardError())};
+    return porvane::test::runAdmin(folder, QStringLiteral("2026-11-14"),
+                                   QStringList{QStringLiteral("--now"), QStringLiteral("09:05")} + args);
 }
 
 // Two bookings of November; the second one has a photo.

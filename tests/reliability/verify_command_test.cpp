@@ -1,31 +1,19 @@
 // porvane-admin verify over data folders laid out by hand, and the desk's lists over the same damaged files.
+#include "admin_run.h"
 #include "temp_data_folder.h"
 
-#include <QProcess>
+#include <QDir>
 #include <gtest/gtest.h>
 
+using porvane::test::AdminRun;
 using porvane::test::handLine;
 using porvane::test::TempDataFolder;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-struct AdminRun {
-    int status = -1;
-    QStringList out;
-    QString err;
-};
-
 AdminRun admin(const TempDataFolder& folder, const QStringList& args) {
-    QProcess p;
-    p.start(QStringLiteral(PORVANE_STAGE_DIR "/porvane-admin"),
-            QStringList{u"--home"_s, QStringLiteral(PORVANE_STAGE_DIR), u"--data"_s, folder.dataPath(),
-                        u"--today"_s, u"2024-02-10"_s} +
-                args);
-    if (!p.waitForFinished(60000))
-        return {};
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts),
-            QString::fromUtf8(p.readAllStandardError())};
+    return porvane::test::runAdmin(folder, u"2024-02-10"_s, args);
 }
 
 const QByteArray kSound = handLine({{1, "240203090000"},
@@ -47,7 +35,7 @@ TEST(VerifyCommand, soundFolder_printsNothingAndExitsZero) {
     folder.write(u"Record/2402.vrf.tmp1234"_s, "left-over temporary file, not a month"); // ignored
     const AdminRun r = admin(folder, {u"verify"_s});
     EXPECT_EQ(r.status, 0) << r.err.toStdString();
-    EXPECT_TRUE(r.out.isEmpty()) << r.out.join(u'\n').toStdString();
+    EXPECT_TRUE(r.out.isEmpty()) << r.out.toStdString();
     EXPECT_TRUE(r.err.contains(u"2 files checked, 0 faults")) << r.err.toStdString();
 }
 
@@ -87,25 +75,22 @@ TEST(VerifyCommand, damagedLines_areEachReportedAsFileLineWhat_andTheListsStillR
         month + u":7: line is 300 characters long, not 1186"_s,
         status + u":2: RegNo 241305000000 names month 13"_s,
     };
-    EXPECT_EQ(r.out, expected) << r.out.join(u'\n').toStdString();
+    EXPECT_EQ(r.outLines(), expected) << r.out.toStdString();
     EXPECT_TRUE(r.err.contains(u"2 files checked, 12 faults")) << r.err.toStdString();
 
     // The desk still lists them, showing what the columns hold.
     const AdminRun list = admin(folder, {u"--csv"_s, u"list"_s, u"month"_s, u"2024-02"_s});
     EXPECT_EQ(list.status, 0) << list.err.toStdString();
-    EXPECT_TRUE(list.out.join(u'\n').contains(u"240205090000,Cy,Dee,,01,12:x0,,,,31-02-2024,"_s))
-        << list.out.join(u'\n').toStdString();
+    EXPECT_TRUE(list.out.contains(u"240205090000,Cy,Dee,,01,12:x0,,,,31-02-2024,"_s))
+        << list.out.toStdString();
     const AdminRun onsite = admin(folder, {u"onsite"_s});
     EXPECT_EQ(onsite.status, 0) << onsite.err.toStdString();
 }
 
 TEST(VerifyCommand, missingDataFolder_isAnError) {
     TempDataFolder folder;
-    QProcess p;
-    p.start(QStringLiteral(PORVANE_STAGE_DIR "/porvane-admin"),
-            {u"--home"_s, QStringLiteral(PORVANE_STAGE_DIR), u"--data"_s, folder.path(u"nowhere"_s),
-             u"verify"_s});
-    ASSERT_TRUE(p.waitForFinished(60000));
-    EXPECT_EQ(p.exitCode(), 1);
-    EXPECT_TRUE(p.readAllStandardError().contains("no data folder"));
+    ASSERT_TRUE(QDir(folder.dataPath()).removeRecursively());
+    const AdminRun r = admin(folder, {u"verify"_s});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_TRUE(r.err.contains(u"no data folder")) << r.err.toStdString();
 }
