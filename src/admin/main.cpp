@@ -22,7 +22,7 @@ std::span<const Command> commandTable() {
     // One row per command: name, its arguments for the usage text, its function.
     static const std::vector<Command> commands{
         {"demo", "--from YYYY-MM --months N --per-month N [--seed S]", runDemoCommand},
-        {"pass", "REGNO [--count N] [--period Day|Week|Month] [--start YYYY-MM-DD] [--pdf FILE]",
+        {"pass", "REGNO [--count N] [--period Day|Week|Month] [--start YYYY-MM-DD] [--pdf FILE] [--yes]",
          runPassCommand, true},
         {"list", "day YYYY-MM-DD | month YYYY-MM", runListCommand},
         {"search", "YYYY-MM KIND TEXT", runSearchCommand},

@@ -61,6 +61,7 @@ int runPassCommand(CommandContext& context) {
     QString period = QStringLiteral("Day");
     QDate start;
     QString pdf;
+    bool yes = false;
     for (qsizetype i = 0; i < args.size(); ++i) {
         const QString& a = args.at(i);
         const bool hasValue = i + 1 < args.size();
@@ -77,6 +78,8 @@ int runPassCommand(CommandContext& context) {
                 return usageError(QStringLiteral("--start takes a date YYYY-MM-DD"));
         } else if (a == u"--pdf" && hasValue) {
             pdf = args.at(++i);
+        } else if (a == u"--yes") {
+            yes = true;
         } else if (regNo.isEmpty() && !a.startsWith(u"--")) {
             regNo = a.trimmed();
         } else {
@@ -90,6 +93,9 @@ int runPassCommand(CommandContext& context) {
         QTextStream(stderr) << e.text << '\n';
         return 1;
     }
+    // A booking without a photo asks whether to print anyway: --yes answers it for cron and scripts.
+    context.prompter.questions =
+        yes ? ConsolePrompter::Questions::AnswerYes : ConsolePrompter::Questions::AskOnTerminal;
     PassIssue pass(state);
     pass.open();
     if (!pass.choose(counts.at(count - 1), period))
@@ -110,6 +116,7 @@ int runPassCommand(CommandContext& context) {
         QTextStream(stderr) << "Pass printing is switched off in the settings\n";
         return 1;
     case PassIssue::PrintResult::Declined:
+        QTextStream(stderr) << "porvane-admin: not confirmed; no pass printed\n";
         return 1;
     case PassIssue::PrintResult::NotPrinted:
     case PassIssue::PrintResult::NotStored:
