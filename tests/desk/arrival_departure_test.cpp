@@ -137,19 +137,13 @@ TEST_F(ArrivalDeparture, shortNamesStopSilently_outNeedsOneLetterMoreThanIn) {
     EXPECT_TRUE(prompter.messages().isEmpty());
 }
 
-TEST_F(ArrivalDeparture, outBeforeInAndReadOnlyModeDoNothing) {
+TEST_F(ArrivalDeparture, outBeforeInDoesNothing) {
     book("Al", "Bond");
     const QByteArray before = today();
     editor.cmdOUT();
     EXPECT_EQ(today(), before);
     EXPECT_EQ(editor.view().LaOFFSite.text, u"  -  ");
     EXPECT_EQ(editor.view().focus, BookingEditor::Focus::None);
-
-    state.settings.ckMakeSysRdO = QStringLiteral("1");
-    editor.cmdIN();
-    editor.cmdOUT();
-    EXPECT_EQ(today(), before);
-    EXPECT_EQ(editor.view().LaON_Site.text, u"  -  ");
     EXPECT_TRUE(prompter.messages().isEmpty());
     EXPECT_EQ(refreshes, 0);
 }

@@ -121,25 +121,6 @@ TEST_F(BookedTimesTest, readOnlyBlocksAddSubAndClear) {
     EXPECT_FALSE(grid.editable());
 }
 
-TEST_F(BookedTimesTest, timesTravelBetweenRecordAndGridAsHhmm) {
-    state.record.bookedTimes()[0] = QStringLiteral("0800");
-    state.record.bookedTimes()[16] = QStringLiteral("1745");
-    state.TimesChanged = true;
-    grid.showTimes();
-    EXPECT_EQ(grid.cell(1), u"08:00");
-    EXPECT_EQ(grid.cell(17), u"17:45");
-    EXPECT_EQ(grid.cell(2), u"");
-    EXPECT_EQ(grid.lastBookedDay(), 17);
-    EXPECT_FALSE(state.TimesChanged);
-
-    grid.setCellText(1, QString());
-    grid.setCellText(20, QStringLiteral("09:30"));
-    grid.takeTimes();
-    EXPECT_EQ(state.record.bookedTimes()[0], u"");
-    EXPECT_EQ(state.record.bookedTimes()[16], u"1745");
-    EXPECT_EQ(state.record.bookedTimes()[19], u"0930");
-}
-
 TEST(TimeList, runsFromSixToTenInQuarterHours) {
     const QStringList items = BookedTimes::timeListItems();
     EXPECT_EQ(items.first(), u"06:00");
