@@ -1,3 +1,4 @@
+#include "admin_run.h"
 #include "app/app_paths.h"
 #include "app/app_state.h"
 #include "app/help_topics.h"
@@ -8,7 +9,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QHostInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
@@ -42,14 +42,6 @@ TEST(AppPath, homeComesFromCommandLineThenEnvironmentThenProgram) {
     EXPECT_EQ(resolveAppPath(none, QStringLiteral("/"), QString()), u"/");
     const QString relative = resolveAppPath(none, QStringLiteral("desk4"), QString());
     EXPECT_EQ(relative, QDir::current().absoluteFilePath(QStringLiteral("desk4")) + u'/');
-}
-
-TEST(AppPath, fileExistsOnlyForWhatIsThere) {
-    TempDataFolder folder;
-    folder.write(QStringLiteral("Record/2603.vrf"), "x\r\n");
-    EXPECT_TRUE(FileExists(folder.path(QStringLiteral("Record/2603.vrf"))));
-    EXPECT_FALSE(FileExists(folder.path(QStringLiteral("Record/2604.vrf"))));
-    EXPECT_FALSE(FileExists(QString()));
 }
 
 TEST(AppPath, newHomeGetsMissingResourcesButKeepsItsOwnEdits) {
@@ -106,31 +98,6 @@ TEST(SingleInstance, lockOfAnotherRunningProgramRefusesAndDeadOneIsTakenOver) {
     other.kill();
     other.waitForFinished();
     EXPECT_TRUE(SingleInstance(lock).acquire()) << "the lock of a desk that died is taken over";
-}
-
-TEST(Help, eachContextOpensItsPage) {
-    EXPECT_EQ(helpPageFor(1), u"index.html");
-    EXPECT_EQ(helpPageFor(19), u"index.html");
-    EXPECT_EQ(helpPageFor(20), u"daylist.html");
-    EXPECT_EQ(helpPageFor(21), u"monthlist.html");
-    EXPECT_EQ(helpPageFor(22), u"iostatuslist.html");
-    EXPECT_EQ(helpPageFor(23), u"findingrecords.html");
-    EXPECT_EQ(helpPageFor(24), u"daylist2.html");
-    EXPECT_EQ(helpPageFor(25), u"makebooking.html");
-    EXPECT_EQ(helpPageFor(26), u"makebooking2.html");
-    EXPECT_EQ(helpPageFor(27), u"iostatuslist2.html");
-    EXPECT_EQ(helpPageFor(28), u"iostatuslist3.html");
-    EXPECT_EQ(helpPageFor(29), u"index.html");
-    EXPECT_EQ(helpPageFor(50), u"snapshot.html");
-    EXPECT_EQ(helpPageFor(51), u"snapshot2.html");
-    EXPECT_EQ(helpPageFor(60), u"makebooking3.html");
-    EXPECT_EQ(helpPageFor(61), helpPageFor(60));
-    EXPECT_EQ(helpPageFor(70), u"managingpics2.html");
-    EXPECT_EQ(helpPageFor(80), u"ModesOfOperation2.html");
-    EXPECT_EQ(helpPageFor(81), u"netoperations2.html");
-    EXPECT_EQ(helpPageFor(100), u"issuingapass.html");
-    EXPECT_EQ(helpPageFor(101), u"index.html");
-    EXPECT_EQ(helpPageFor(-1), u"index.html");
 }
 
 TEST(Help, showHelpOpensTheCurrentContextsFileEvenWhenMissing) {
@@ -193,16 +160,15 @@ TEST(Help, everyContextOpensAnInstalledPageThatTheIndexLinks) {
 }
 
 TEST(Admin, withoutACommandItPrintsUsageAndExits2) {
-    const QString admin = QStringLiteral(PORVANE_STAGE_DIR) + QStringLiteral("/porvane-admin");
-    for (const QStringList& args :
-         {QStringList{}, QStringList{QStringLiteral("--today"), QStringLiteral("soon")},
-          QStringList{QStringLiteral("no-such-command")}}) {
-        QProcess p;
-        p.start(admin, args);
-        ASSERT_TRUE(p.waitForFinished(10000));
-        EXPECT_EQ(p.exitCode(), 2) << args.join(u' ').toStdString();
-        EXPECT_TRUE(p.readAllStandardError().contains("usage: porvane-admin"));
-        EXPECT_TRUE(p.readAllStandardOutput().isEmpty());
+    const TempDataFolder folder;
+    for (const auto& [today, args] :
+         {std::pair{QStringLiteral("2026-03-02"), QStringList{}},
+          std::pair{QStringLiteral("soon"), QStringList{}},
+          std::pair{QStringLiteral("2026-03-02"), QStringList{QStringLiteral("no-such")}}}) {
+        const AdminRun r = runAdmin(folder, today, args);
+        EXPECT_EQ(r.status, 2) << today.toStdString();
+        EXPECT_TRUE(r.err.contains(u"usage: porvane-admin"));
+        EXPECT_TRUE(r.out.isEmpty());
     }
 }
 

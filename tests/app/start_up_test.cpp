@@ -79,30 +79,30 @@ TEST_F(StartUpTest, firstStartRunsInOrderAndAppliesDefaults) {
     EXPECT_EQ(next.settings.DataPath, home() + QStringLiteral("Porvanedata"));
 }
 
-TEST_F(StartUpTest, secondCopyIsRefusedBeforeAnythingIsWritten) {
-    platform.onlyCopy = false;
-    EXPECT_FALSE(run());
-    ASSERT_EQ(prompter.messages().size(), 1);
-    EXPECT_EQ(prompter.last().title, u"Porvane Start up");
-    EXPECT_EQ(prompter.last().text, u"Porvane Software is ALREADY RUNNING on this Machine    ");
-    EXPECT_EQ(prompter.last().icon, Icon::Exclamation);
-    EXPECT_EQ(prompter.last().buttons, Buttons::Ok);
-    EXPECT_FALSE(platform.log.contains(QStringLiteral("splash")));
-    EXPECT_FALSE(QFileInfo::exists(settingsFile()));
-}
-
-TEST_F(StartUpTest, screenBelow768LinesIsRefused) {
-    platform.height = 767;
-    EXPECT_FALSE(run());
-    ASSERT_EQ(prompter.messages().size(), 1);
-    EXPECT_EQ(prompter.last().title, u"Porvane Start up");
-    EXPECT_EQ(prompter.last().text, u"Porvane CANNOT RUN because it needs a higher Screen Resolution");
-    EXPECT_EQ(prompter.last().icon, Icon::Exclamation);
-    EXPECT_FALSE(platform.log.contains(QStringLiteral("main window")));
-
-    EXPECT_FALSE(screenTallEnough(600));
+// A second copy is refused before anything is written, a short screen before the main window loads.
+TEST_F(StartUpTest, secondCopyAndAShortScreenAreRefused) {
+    const struct Case {
+        bool onlyCopy;
+        int height;
+        const char* text;
+        const char* notReached;
+    } cases[] = {
+        {false, 1024, "Porvane Software is ALREADY RUNNING on this Machine    ", "splash"},
+        {true, 767, "Porvane CANNOT RUN because it needs a higher Screen Resolution", "main window"}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        prompter.clear();
+        platform.log.clear();
+        platform.onlyCopy = c.onlyCopy;
+        platform.height = c.height;
+        EXPECT_FALSE(run());
+        EXPECT_EQ(prompter.texts(), QStringList{QString::fromUtf8(c.text)});
+        EXPECT_EQ(prompter.last().title, u"Porvane Start up");
+        EXPECT_EQ(prompter.last().icon, Icon::Exclamation);
+        EXPECT_FALSE(platform.log.contains(QString::fromUtf8(c.notReached)));
+    }
+    EXPECT_FALSE(QFileInfo::exists(settingsFile())) << "the refused second copy wrote no settings";
     EXPECT_TRUE(screenTallEnough(768));
-    EXPECT_TRUE(screenTallEnough(1024));
 }
 
 TEST_F(StartUpTest, windowsVersionTestPreparesStylesAndDropsManifestWithoutTheme) {
@@ -132,33 +132,28 @@ TEST_F(StartUpTest, windowsVersionTestPreparesStylesAndDropsManifestWithoutTheme
     EXPECT_FALSE(manifest.exists());
 }
 
-TEST_F(StartUpTest, damagedSettingsAreKeptAndReplacedByDefaults) {
-    QDir().mkpath(home() + QStringLiteral("_PSF/PSystem"));
-    QFile file(settingsFile());
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(3839, '\0'));
-    file.close();
+// A settings file that cannot be decoded, or one cut to nothing by a power cut during a copy, is kept aside
+// with a word and the defaults replace it.
+TEST_F(StartUpTest, damagedOrEmptySettingsGiveDefaults) {
+    for (const QByteArray& content : {QByteArray(3839, '\0'), QByteArray()}) {
+        SCOPED_TRACE(content.size());
+        QDir(home()).removeRecursively();
+        QDir().mkpath(home() + QStringLiteral("_PSF/PSystem"));
+        QFile file(settingsFile());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        file.close();
+        prompter.clear();
 
-    ASSERT_TRUE(run());
-    EXPECT_TRUE(state.SettingsCreated);
-    EXPECT_EQ(state.settings.DataPath, home() + QStringLiteral("Porvanedata"));
-    EXPECT_EQ(QFileInfo(settingsFile() + QStringLiteral(".damaged")).size(), 3839);
-    ASSERT_EQ(prompter.messages().size(), 1);
-    EXPECT_EQ(prompter.last().icon, Icon::Information);
-    EXPECT_TRUE(prompter.last().text.contains(QStringLiteral("twsabusr.dat.damaged")));
-}
-
-TEST_F(StartUpTest, shortSettingsFileGivesDefaultsAtNextStart) {
-    QDir().mkpath(home() + QStringLiteral("_PSF/PSystem"));
-    QFile file(settingsFile());
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray()); // cut to nothing, as by a power cut during a copy
-    file.close();
-
-    ASSERT_TRUE(run());
-    EXPECT_TRUE(state.SettingsCreated);
-    EXPECT_EQ(state.settings.DataPath, home() + QStringLiteral("Porvanedata"));
-    EXPECT_EQ(QFileInfo(settingsFile()).size(), 3839);
+        ASSERT_TRUE(run());
+        EXPECT_TRUE(state.SettingsCreated);
+        EXPECT_EQ(state.settings.DataPath, home() + QStringLiteral("Porvanedata"));
+        EXPECT_EQ(QFileInfo(settingsFile()).size(), 3839);
+        EXPECT_EQ(QFileInfo(settingsFile() + QStringLiteral(".damaged")).size(), content.size());
+        ASSERT_EQ(prompter.messages().size(), 1);
+        EXPECT_EQ(prompter.last().icon, Icon::Information);
+        EXPECT_TRUE(prompter.last().text.contains(QStringLiteral("twsabusr.dat.damaged")));
+    }
 }
 
 TEST_F(StartUpTest, unreadableSettingsAreNotOverwritten) {
@@ -175,11 +170,9 @@ TEST_F(StartUpTest, unreadableSettingsAreNotOverwritten) {
 }
 
 TEST(OsVersion, textHasTwoDecimalsOfMinorOverHundred) {
-    EXPECT_EQ(GetOsVersion(5, 1), u"5.01");
-    EXPECT_EQ(GetOsVersion(5, 0), u"5.00");
-    EXPECT_EQ(GetOsVersion(6, 0), u"6.00");
-    EXPECT_EQ(GetOsVersion(6, 10), u"6.10");
-    EXPECT_EQ(GetOsVersion(10, 0), u"10.00");
+    for (const auto& [major, minor, text] :
+         {std::tuple{5, 1, "5.01"}, {5, 0, "5.00"}, {6, 10, "6.10"}, {10, 0, "10.00"}})
+        EXPECT_EQ(GetOsVersion(major, minor), QString::fromUtf8(text));
 
     EXPECT_FALSE(testOsVersion(QStringLiteral("5.00")).IsXpOrLater);
     EXPECT_TRUE(testOsVersion(QStringLiteral("5.01")).IsXpOrLater);
@@ -191,12 +184,8 @@ TEST(OsVersion, textHasTwoDecimalsOfMinorOverHundred) {
 TEST(OsVersion, manifestNamesTheProgramAndCommonControls) {
     const QString m = visualStyleManifest(QStringLiteral("Tarnwell"), QStringLiteral("Porvane90"),
                                           QStringLiteral("0.9.0.0"), QStringLiteral("Visitor desk"));
-    EXPECT_TRUE(m.startsWith(u"<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>"));
-    EXPECT_TRUE(m.contains(u"processorArchitecture=\"x86\" version=\"0.9.0.0\" type=\"win32\" "
-                           u"name=\"Tarnwell.Porvane90\""));
+    EXPECT_TRUE(m.contains(u"version=\"0.9.0.0\" type=\"win32\" name=\"Tarnwell.Porvane90\""));
     EXPECT_TRUE(m.contains(u"<description>Visitor desk</description>"));
-    EXPECT_TRUE(m.contains(u"name=\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""));
-    EXPECT_TRUE(m.contains(u"publicKeyToken=\"6595b64144ccf1df\" language=\"*\""));
     for (const char* placeholder : {"EXEVERSION", "COMPANYNAME", "EXENAME", "EXEDESCRIPTION"})
         EXPECT_FALSE(m.contains(QLatin1StringView(placeholder))) << placeholder;
 }

@@ -3,41 +3,6 @@
 
 using namespace porvane;
 
-namespace {
-const QString kIncorrect = QStringLiteral("Can't Enter This:  Incorrect Time Format");
-const QString kInvalid = QStringLiteral("Can't Enter This:  Invalid Time Format");
-} // namespace
-
-TEST(TimeGrammar, separatorsAreRewrittenAndTimesTested) {
-    struct Case {
-        const char* typed;
-        TimeEntry::Outcome outcome;
-        const char* cell;
-    } cases[] = {
-        {"09-30", TimeEntry::Outcome::Accepted, "09:30"},
-        {"09.30", TimeEntry::Outcome::Accepted, "09:30"},
-        {"09/30", TimeEntry::Outcome::Accepted, "09:30"},
-        {"09\\30", TimeEntry::Outcome::Accepted, "09:30"},
-        {"09 30", TimeEntry::Outcome::Accepted, "09:30"},
-        {" 09;30 ", TimeEntry::Outcome::Accepted, "09:30"},
-        {"23:59", TimeEntry::Outcome::Accepted, "23:59"},
-        {"00:00", TimeEntry::Outcome::Accepted, "00:00"},
-        {"7a:05", TimeEntry::Outcome::Accepted, "7a:05"},
-        {"ab:cd", TimeEntry::Outcome::Accepted, "ab:cd"},
-        {"", TimeEntry::Outcome::Accepted, ""},
-        {"09x30", TimeEntry::Outcome::IncorrectFormat, "09x30"},
-        {"9:30", TimeEntry::Outcome::InvalidTime, ""},
-        {"24:00", TimeEntry::Outcome::InvalidTime, ""},
-        {"12:60", TimeEntry::Outcome::InvalidTime, ""},
-        {"0930", TimeEntry::Outcome::InvalidTime, ""},
-    };
-    for (const Case& c : cases) {
-        const TimeEntry e = parseTimeEntry(QString::fromUtf8(c.typed));
-        EXPECT_EQ(e.outcome, c.outcome) << c.typed;
-        EXPECT_EQ(e.text, QString::fromUtf8(c.cell)) << c.typed;
-    }
-}
-
 class BookedTimesTest : public porvane::test::DeskFixture {
 protected:
     BookedTimesTest()
@@ -47,24 +12,42 @@ protected:
     BookedTimes grid;
 };
 
-TEST_F(BookedTimesTest, invalidTimeEmptiesTheCellAndMarksItRed) {
-    grid.setCellText(5, QStringLiteral("9:30"));
-    grid.validateCell(5);
-    EXPECT_EQ(prompter.texts(), QStringList{kInvalid});
-    EXPECT_EQ(prompter.last().title, u"Porvane 90");
-    EXPECT_EQ(grid.cell(5), u"");
-    EXPECT_TRUE(grid.isMarkedRed(5));
-    grid.setCellText(5, QStringLiteral("09.30"));
-    grid.validateCell(5);
-    EXPECT_EQ(grid.cell(5), u"09:30");
-    EXPECT_FALSE(grid.isMarkedRed(5));
-
-    prompter.clear();
-    grid.setCellText(6, QStringLiteral("09x30"));
-    grid.validateCell(6);
-    EXPECT_EQ(prompter.texts(), QStringList{kIncorrect});
-    EXPECT_EQ(grid.cell(6), u"09x30");
-    EXPECT_FALSE(grid.isMarkedRed(6));
+// A typed time is tested on leaving its cell: separators become ":", a time that cannot be one empties the
+// cell and marks it red, an unknown separator stays with a warning.
+TEST_F(BookedTimesTest, typedTimesAreRewrittenOrRefusedOnLeavingTheCell) {
+    const QString invalid = QStringLiteral("Can't Enter This:  Invalid Time Format");
+    const QString incorrect = QStringLiteral("Can't Enter This:  Incorrect Time Format");
+    const struct Case {
+        const char* typed;
+        const char* cell;
+        QString message;
+    } cases[] = {
+        {"", "", {}},
+        {"09-30", "09:30", {}},
+        {"09.30", "09:30", {}},
+        {"09/30", "09:30", {}},
+        {"09\\30", "09:30", {}},
+        {"09 30", "09:30", {}},
+        {" 09;30 ", "09:30", {}},
+        {"23:59", "23:59", {}},
+        {"9:30", "", invalid},
+        {"00:00", "00:00", {}},
+        {"24:00", "", invalid},
+        {"7a:05", "7a:05", {}},
+        {"12:60", "", invalid},
+        {"ab:cd", "ab:cd", {}},
+        {"0930", "", invalid},
+        {"09x30", "09x30", incorrect},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.typed);
+        prompter.clear();
+        grid.setCellText(5, QString::fromUtf8(c.typed));
+        grid.validateCell(5);
+        EXPECT_EQ(grid.cell(5), QString::fromUtf8(c.cell));
+        EXPECT_EQ(prompter.texts(), c.message.isEmpty() ? QStringList() : QStringList{c.message});
+        EXPECT_EQ(grid.isMarkedRed(5), c.message == invalid);
+    }
 }
 
 TEST_F(BookedTimesTest, rowsFollowTheMonthAndCellsPastItsEndGo) {
@@ -81,7 +64,7 @@ TEST_F(BookedTimesTest, rowsFollowTheMonthAndCellsPastItsEndGo) {
         EXPECT_FALSE(grid.isGrey(day));
 }
 
-TEST_F(BookedTimesTest, keysThatEditATimeSetTimesChanged) {
+TEST_F(BookedTimesTest, keysAndClearingThatEditTimesSetTimesChanged) {
     EXPECT_EQ(grid.keyPress(u'x'), BookedTimes::KeyResult::ToCell);
     EXPECT_FALSE(state.TimesChanged);
     EXPECT_EQ(grid.keyPress(u'7'), BookedTimes::KeyResult::ToCell);
@@ -91,6 +74,10 @@ TEST_F(BookedTimesTest, keysThatEditATimeSetTimesChanged) {
     EXPECT_TRUE(state.TimesChanged);
     state.TimesChanged = false;
     grid.deleteKey();
+    EXPECT_TRUE(state.TimesChanged);
+    // Clearing counts as a change even when there was nothing to clear.
+    state.TimesChanged = false;
+    grid.cmdCLEARAll();
     EXPECT_TRUE(state.TimesChanged);
 }
 
@@ -121,11 +108,6 @@ TEST_F(BookedTimesTest, addAndSubWorkOnTheCurrentDay) {
     EXPECT_EQ(grid.cell(12), u"09:15");
 }
 
-TEST_F(BookedTimesTest, clearAllOnAnEmptyGridStillCountsAsAChange) {
-    grid.cmdCLEARAll();
-    EXPECT_TRUE(state.TimesChanged);
-}
-
 TEST_F(BookedTimesTest, readOnlyBlocksAddSubAndClear) {
     state.settings.ckMakeSysRdO = QStringLiteral("1");
     grid.setCellText(3, QStringLiteral("10:00"));
@@ -137,25 +119,6 @@ TEST_F(BookedTimesTest, readOnlyBlocksAddSubAndClear) {
     EXPECT_EQ(grid.cell(3), u"10:00");
     EXPECT_FALSE(state.TimesChanged);
     EXPECT_FALSE(grid.editable());
-}
-
-TEST_F(BookedTimesTest, timesTravelBetweenRecordAndGridAsHhmm) {
-    state.record.bookedTimes()[0] = QStringLiteral("0800");
-    state.record.bookedTimes()[16] = QStringLiteral("1745");
-    state.TimesChanged = true;
-    grid.showTimes();
-    EXPECT_EQ(grid.cell(1), u"08:00");
-    EXPECT_EQ(grid.cell(17), u"17:45");
-    EXPECT_EQ(grid.cell(2), u"");
-    EXPECT_EQ(grid.lastBookedDay(), 17);
-    EXPECT_FALSE(state.TimesChanged);
-
-    grid.setCellText(1, QString());
-    grid.setCellText(20, QStringLiteral("09:30"));
-    grid.takeTimes();
-    EXPECT_EQ(state.record.bookedTimes()[0], u"");
-    EXPECT_EQ(state.record.bookedTimes()[16], u"1745");
-    EXPECT_EQ(state.record.bookedTimes()[19], u"0930");
 }
 
 TEST(TimeList, runsFromSixToTenInQuarterHours) {

@@ -31,7 +31,7 @@ protected:
     AppState state;
 };
 
-// The desk through the real record store, on real files.
+// The booking editor through the real record store, on real files; the calendar shows today.
 class DeskFlow : public DeskFixture {
 protected:
     DeskFlow()
@@ -48,13 +48,38 @@ protected:
         };
     }
 
-    // NEW, then the boxes a new booking needs.
-    void typeNewBooking() {
-        editor.cmdNEW();
-        editor.setBoxText(Field::FirstName, QStringLiteral("Jo"));
-        editor.setBoxText(Field::LastName, QStringLiteral("Li"));
-        editor.setBoxText(Field::Department, QStringLiteral(" ENGINEERING"));
-        editor.setBoxText(Field::Organisation, QStringLiteral("Acme Widgets Ltd"));
+    // The boxes a new booking needs (after NEW).
+    void typeBooking(const char* first = "Jo", const char* last = "Li",
+                     const char* department = " ENGINEERING", const char* organisation = "Acme Widgets Ltd") {
+        editor.setBoxText(Field::FirstName, QString::fromUtf8(first));
+        editor.setBoxText(Field::LastName, QString::fromUtf8(last));
+        editor.setBoxText(Field::Department, QString::fromUtf8(department));
+        editor.setBoxText(Field::Organisation, QString::fromUtf8(organisation));
+    }
+
+    // A field of a stored line, trailing blanks cut.
+    static QByteArray stored(const QByteArray& line, Field field) {
+        QByteArray text = line.mid(fieldSpec(field).column - 1, fieldSpec(field).width);
+        while (text.endsWith(' '))
+            text.chop(1);
+        return text;
+    }
+    // The booked time of day `day` in a stored line, as hhmm.
+    static QByteArray bookedTime(const QByteArray& line, int day) {
+        return line.mid(1059 + 4 * (day - 1), 4);
+    }
+
+    // The lines of the month file "yymm", each checked for its CR LF and without it.
+    QList<QByteArray> monthLines(const char* yymm) const {
+        QList<QByteArray> lines =
+            folder.read(QStringLiteral("Record/%1.vrf").arg(QLatin1StringView(yymm))).split('\n');
+        if (!lines.isEmpty() && lines.last().isEmpty())
+            lines.removeLast();
+        for (QByteArray& l : lines) {
+            EXPECT_TRUE(l.endsWith('\r'));
+            l.chop(1);
+        }
+        return lines;
     }
 
     DateSelection dates;

@@ -55,12 +55,10 @@ QMap<QString, QByteArray> snapshot(const QString& folder) {
 // The paths whose content, or presence, differs.
 QStringList changedFiles(const QMap<QString, QByteArray>& before, const QMap<QString, QByteArray>& after) {
     QStringList changed;
-    for (auto it = before.begin(); it != before.end(); ++it)
-        if (after.value(it.key()) != it.value())
-            changed << it.key();
-    for (auto it = after.begin(); it != after.end(); ++it)
-        if (!before.contains(it.key()))
-            changed << it.key();
+    for (const QString& path :
+         QSet<QString>(before.keyBegin(), before.keyEnd()) + QSet<QString>(after.keyBegin(), after.keyEnd()))
+        if (before.value(path) != after.value(path))
+            changed << path;
     return changed;
 }
 
