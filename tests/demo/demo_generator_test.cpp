@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 using namespace porvane;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -15,8 +16,8 @@ DemoGenerator::Options februaryLeapYear(std::uint32_t seed) {
     o.months = 2;
     o.perMonth = 400;
     o.seed = seed;
-    o.categories = {QStringLiteral(" VISITOR"), QStringLiteral(" CONTRACTOR")};
-    o.departments = {QStringLiteral(" FINANCE")};
+    o.categories = {u" VISITOR"_s, u" CONTRACTOR"_s};
+    o.departments = {u" FINANCE"_s};
     return o;
 }
 
@@ -70,8 +71,8 @@ TEST(DemoGenerator, linesAreWellFormedBookingsOfTheirMonth) {
         EXPECT_GE(booked, 1);
         if (!line.trimmed(936, 10).isEmpty()) {
             ++withPass;
-            const QDate from = QDate::fromString(line.trimmed(936, 10), QStringLiteral("dd-MM-yyyy"));
-            const QDate to = QDate::fromString(line.trimmed(947, 10), QStringLiteral("dd-MM-yyyy"));
+            const QDate from = QDate::fromString(line.trimmed(936, 10), u"dd-MM-yyyy"_s);
+            const QDate to = QDate::fromString(line.trimmed(947, 10), u"dd-MM-yyyy"_s);
             ASSERT_TRUE(from.isValid() && to.isValid());
             EXPECT_LT(from, to);
             EXPECT_EQ(line.trimmed(969, 19).size(), 19);

@@ -4,12 +4,13 @@
 #include <gtest/gtest.h>
 
 using namespace porvane;
+using namespace Qt::Literals::StringLiterals;
 using namespace porvane::test;
 
 TEST(DemoOffer, asksFirst_fillsOnlyAnEmptyMonth_andSaysWhatItMade) {
     TestDesk desk{QDateTime(QDate(2026, 11, 23), QTime(9, 30))};
     const QDate march(2027, 3, 1);
-    const QString file = QStringLiteral("Record/2703.vrf");
+    const QString file = u"Record/2703.vrf"_s;
 
     desk.prompter.queue(Answer::Cancel);
     EXPECT_FALSE(DemoOffer::run(desk.state, march));
@@ -33,8 +34,8 @@ TEST(DemoOffer, asksFirst_fillsOnlyAnEmptyMonth_andSaysWhatItMade) {
     EXPECT_FALSE(DemoOffer::run(desk.state, QDate()));
     EXPECT_EQ(desk.prompter.last().text, u"Choose a valid month in the date boxes first.");
 
-    desk.state.settings.ckMakeSysRdO = QStringLiteral("1");
+    desk.state.settings.ckMakeSysRdO = u"1"_s;
     EXPECT_FALSE(DemoOffer::run(desk.state, QDate(2027, 4, 1)));
-    EXPECT_FALSE(desk.folder.exists(QStringLiteral("Record/2704.vrf")));
+    EXPECT_FALSE(desk.folder.exists(u"Record/2704.vrf"_s));
     EXPECT_EQ(desk.prompter.unusedAnswers(), 0u);
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 using namespace porvane;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -12,12 +13,12 @@ struct PassDesk : test::TestDesk {
 
     PassDesk()
         : TestDesk(QDateTime(QDate(2026, 11, 14), QTime(9, 5, 41))) {
-        state.settings.SiteName = QStringLiteral("Harbour Works");
-        state.record[Field::RegNo] = QStringLiteral("261114090000");
-        state.record[Field::FirstName] = QStringLiteral("Ada");
-        state.record[Field::LastName] = QStringLiteral("Quist");
-        state.record[Field::Organisation] = QStringLiteral("Quist Surveys");
-        state.record[Field::Department] = QStringLiteral("ENGINEERING");
+        state.settings.SiteName = u"Harbour Works"_s;
+        state.record[Field::RegNo] = u"261114090000"_s;
+        state.record[Field::FirstName] = u"Ada"_s;
+        state.record[Field::LastName] = u"Quist"_s;
+        state.record[Field::Organisation] = u"Quist Surveys"_s;
+        state.record[Field::Department] = u"ENGINEERING"_s;
     }
     void setToday(int y, int m, int d) { clock.set(QDateTime(QDate(y, m, d), QTime(9, 5))); }
 };
@@ -26,7 +27,7 @@ struct PassDesk : test::TestDesk {
 
 TEST(PassIssue, opensAsATodayDayPassWithTheIssueStampAndPreview) {
     PassDesk d;
-    d.state.settings.ckEnbl_BarOP = QStringLiteral("1");
+    d.state.settings.ckEnbl_BarOP = u"1"_s;
     d.state.PassWindowChanged = true;
     d.state.RemovePassRequested = true;
     d.pass.open();
@@ -52,10 +53,10 @@ TEST(PassIssue, opensAsATodayDayPassWithTheIssueStampAndPreview) {
 
 TEST(PassIssue, aRecordClaimingAMissingPhotoIsCorrectedOnOpening) {
     PassDesk d;
-    d.state.record[Field::PhotoOnFile] = QStringLiteral("1");
-    d.state.record[Field::PassIssued] = QStringLiteral("01-11-2026 at 10:00");
-    d.state.settings.ckDisPassPrn = QStringLiteral("1");
-    d.state.settings.ckEnbl_PrnLogo = QStringLiteral("1");
+    d.state.record[Field::PhotoOnFile] = u"1"_s;
+    d.state.record[Field::PassIssued] = u"01-11-2026 at 10:00"_s;
+    d.state.settings.ckDisPassPrn = u"1"_s;
+    d.state.settings.ckEnbl_PrnLogo = u"1"_s;
     d.pass.open();
     EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"0");
     EXPECT_TRUE(d.state.PassWindowChanged);
@@ -97,7 +98,7 @@ TEST(PassIssue, endDatesFollowTheCalendar) {
 TEST(PassIssue, aLaterStartDayMovesTheEndAndAPastDayIsRefused) {
     PassDesk d;
     d.pass.open();
-    d.pass.choose(QStringLiteral("TWO"), QStringLiteral("Week"));
+    d.pass.choose(u"TWO"_s, u"Week"_s);
     d.pass.toggleCalendar();
     EXPECT_TRUE(d.pass.view().calendarShown);
 
@@ -124,10 +125,10 @@ TEST(PassIssue, aLaterStartDayMovesTheEndAndAPastDayIsRefused) {
 TEST(PassIssue, aOneDayPassIsAlwaysForTodayAndHasNoCalendar) {
     PassDesk d;
     d.pass.open();
-    d.pass.choose(QStringLiteral("TWO"), QStringLiteral("Day"));
+    d.pass.choose(u"TWO"_s, u"Day"_s);
     d.pass.pickCalendarDay(QDate(2026, 11, 25));
     EXPECT_EQ(d.state.pass.PassEndDate, u"27-11-2026");
-    d.pass.choosePassNumber(QStringLiteral("ONE"));
+    d.pass.choosePassNumber(u"ONE"_s);
     EXPECT_EQ(d.pass.view().PassTodayTB, u"Today");
     EXPECT_EQ(d.state.pass.PassStartDate, u"14-11-2026");
     EXPECT_EQ(d.state.pass.PassEndDate, u"15-11-2026");
@@ -139,8 +140,8 @@ TEST(PassIssue, aOneDayPassIsAlwaysForTodayAndHasNoCalendar) {
 TEST(PassIssue, anUnknownPeriodChangesNothing) {
     PassDesk d;
     d.pass.open();
-    d.pass.choose(QStringLiteral("FOUR"), QStringLiteral("Month"));
-    d.pass.choose(QStringLiteral("TWO"), QStringLiteral("Fortnight"));
+    d.pass.choose(u"FOUR"_s, u"Month"_s);
+    d.pass.choose(u"TWO"_s, u"Fortnight"_s);
     EXPECT_EQ(d.prompter.last().text, u"ATTENTION: No VALID Date selected - Try selecting again");
     EXPECT_EQ(d.state.pass.PassCount, 4);
     EXPECT_EQ(d.state.pass.PassPeriodCode, u"4M");
@@ -148,23 +149,23 @@ TEST(PassIssue, anUnknownPeriodChangesNothing) {
 }
 
 TEST(PassIssue, periodCodesInWords) {
-    EXPECT_EQ(passPeriodWords(QStringLiteral("1D")), u"1 Day");
-    EXPECT_EQ(passPeriodWords(QStringLiteral("2W")), u"2 Weeks");
-    EXPECT_EQ(passPeriodWords(QStringLiteral("3M")), u"3 Months");
-    EXPECT_EQ(passPeriodWords(QStringLiteral("1w")), u"1 Week");
-    EXPECT_EQ(passPeriodWords(QStringLiteral("6d")), u"6 Days");
-    EXPECT_EQ(passPeriodWords(QStringLiteral("2X")), u"[ Unknown ]");
-    EXPECT_EQ(passPeriodWords(QStringLiteral("          ")), u"[ Unknown ]");
+    EXPECT_EQ(passPeriodWords(u"1D"_s), u"1 Day");
+    EXPECT_EQ(passPeriodWords(u"2W"_s), u"2 Weeks");
+    EXPECT_EQ(passPeriodWords(u"3M"_s), u"3 Months");
+    EXPECT_EQ(passPeriodWords(u"1w"_s), u"1 Week");
+    EXPECT_EQ(passPeriodWords(u"6d"_s), u"6 Days");
+    EXPECT_EQ(passPeriodWords(u"2X"_s), u"[ Unknown ]");
+    EXPECT_EQ(passPeriodWords(u"          "_s), u"[ Unknown ]");
     EXPECT_EQ(passPeriodWords(QString()), u"[ Unknown ]");
 }
 
 TEST(PassIssue, removalAskedOnCloseYesClosesNoAndCancelKeepTheWindow) {
     for (Answer answer : {Answer::Yes, Answer::No, Answer::Cancel}) {
         PassDesk d;
-        d.state.record[Field::PassStart] = QStringLiteral("14-11-2026");
-        d.state.record[Field::PassEnd] = QStringLiteral("28-11-2026");
-        d.state.record[Field::PassPeriod] = QStringLiteral("2W");
-        d.state.record[Field::PassIssued] = QStringLiteral("14-11-2026 at 08:55");
+        d.state.record[Field::PassStart] = u"14-11-2026"_s;
+        d.state.record[Field::PassEnd] = u"28-11-2026"_s;
+        d.state.record[Field::PassPeriod] = u"2W"_s;
+        d.state.record[Field::PassIssued] = u"14-11-2026 at 08:55"_s;
         d.pass.open();
         EXPECT_TRUE(d.pass.confirmClose()); // no removal asked for: closes quietly
         EXPECT_TRUE(d.prompter.messages().isEmpty());

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 using namespace porvane;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -21,10 +22,10 @@ void runAndPress(FolderBrowserDialog& dialog, const char* button) {
 
 } // namespace
 
-TEST(FolderBrowser, cancelKeepsThePathAndOkReturnsTheSelectedFolder) {
+TEST(FolderBrowser, cancelKeepsThePath_okReturnsTheSelectedFolder_andOnlyAPathWiderThanTheBoxGetsATooltip) {
     QTemporaryDir root;
     const QString deep =
-        root.path() + QStringLiteral("/Porvanedata/a-rather-long-folder-name/and-another-one-below-it");
+        root.path() + u"/Porvanedata/a-rather-long-folder-name/and-another-one-below-it/and-more"_s;
     ASSERT_TRUE(QDir().mkpath(deep));
 
     FolderBrowserDialog dialog;
@@ -37,17 +38,10 @@ TEST(FolderBrowser, cancelKeepsThePathAndOkReturnsTheSelectedFolder) {
     runAndPress(dialog, "cmdBFFOK");
     EXPECT_FALSE(dialog.BFFCancelled);
     EXPECT_EQ(dialog.BFFPath, deep);
-}
 
-TEST(FolderBrowser, onlyAPathWiderThanTheBoxGetsATooltip) {
-    QTemporaryDir root;
-    const QString deep =
-        root.path() + QStringLiteral("/a-rather-long-folder-name/and-another-one-below-it/and-more");
-    ASSERT_TRUE(QDir().mkpath(deep));
-    FolderBrowserDialog dialog;
     dialog.resize(420, 460);
     dialog.show();
-    auto* box = dialog.findChild<QLineEdit*>(QStringLiteral("txtBFFSelectedF"));
+    auto* box = dialog.findChild<QLineEdit*>(u"txtBFFSelectedF"_s);
     dialog.selectPath(deep);
     EXPECT_EQ(box->text(), deep);
     EXPECT_EQ(box->toolTip(), deep);

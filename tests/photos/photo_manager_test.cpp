@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 using namespace porvane;
+using namespace Qt::Literals::StringLiterals;
 using porvane::test::handLine;
 
 namespace {
@@ -18,7 +19,7 @@ struct PhotoDesk : test::TestDesk {
         : TestDesk(QDateTime(QDate(2026, 11, 14), QTime(10, 0))) {
         // Two bookings of November, one with a time booked on the 14th.
         folder.write(
-            QStringLiteral("Record/2611.vrf"),
+            u"Record/2611.vrf"_s,
             handLine({{1, "261103090000"}, {14, "Ada"}, {31, "Quist"}, {550, "Quist Surveys"}}) + "\r\n" +
                 handLine({{1, "261105101010"},
                           {14, "Bert"},
@@ -41,8 +42,7 @@ struct PhotoDesk : test::TestDesk {
         state.record[Field::Organisation] = QString::fromLatin1(org);
     }
     QStringList photoFiles(const char* month) const {
-        return QDir(folder.path(QStringLiteral("photo/") + QString::fromLatin1(month)))
-            .entryList(QDir::Files);
+        return QDir(folder.path(u"photo/"_s + QString::fromLatin1(month))).entryList(QDir::Files);
     }
 };
 
@@ -50,7 +50,7 @@ struct PhotoDesk : test::TestDesk {
 
 TEST(PhotoList, listsBookingsWhosePhotoExistsByMonthDayOrText) {
     PhotoDesk d;
-    const QList<PhotoRow> month = d.photos.list({QStringLiteral("2611"), QStringLiteral("2612")});
+    const QList<PhotoRow> month = d.photos.list({u"2611"_s, u"2612"_s});
     ASSERT_EQ(month.size(), 2);
     EXPECT_EQ(month[0].regNo, u"261103090000");
     EXPECT_EQ(month[0].name, u"Ada Quist");
@@ -59,22 +59,21 @@ TEST(PhotoList, listsBookingsWhosePhotoExistsByMonthDayOrText) {
     EXPECT_EQ(month[0].age, u"< 1 Hour"); // written moments ago, seen at a clock set earlier
     EXPECT_EQ(PhotoManager::countLine(month.size()), u"2 Photos Found");
 
-    const QList<PhotoRow> day = d.photos.list({QStringLiteral("2611")}, 14);
+    const QList<PhotoRow> day = d.photos.list({u"2611"_s}, 14);
     ASSERT_EQ(day.size(), 1);
     EXPECT_EQ(day[0].regNo, u"261105101010");
     EXPECT_EQ(PhotoManager::countLine(day.size()), u"One Photo Found");
-    EXPECT_EQ(PhotoManager::countLine(d.photos.list({QStringLiteral("2611")}, 15).size()),
-              u"No Photos Found");
+    EXPECT_EQ(PhotoManager::countLine(d.photos.list({u"2611"_s}, 15).size()), u"No Photos Found");
 
-    const QList<PhotoRow> found = d.photos.find({QStringLiteral("2611")}, QStringLiteral("quist"));
+    const QList<PhotoRow> found = d.photos.find({u"2611"_s}, u"quist"_s);
     ASSERT_EQ(found.size(), 1);
     EXPECT_EQ(found[0].firstName, u"Ada");
-    EXPECT_EQ(d.photos.find({QStringLiteral("2611")}, QStringLiteral("sons")).size(), 1);
+    EXPECT_EQ(d.photos.find({u"2611"_s}, u"sons"_s).size(), 1);
 }
 
 TEST(PhotoList, readOnlyPhotoHasTheZeroFileTime) {
     PhotoDesk d;
-    const QString path = d.folder.path(QStringLiteral("photo/2611/261103090000_Ada_Quist.bmp"));
+    const QString path = d.folder.path(u"photo/2611/261103090000_Ada_Quist.bmp"_s);
     QFile::setPermissions(path, QFileDevice::ReadOwner);
     const PhotoFileTime t = photoFileTime(path);
     if (QFile(path).open(QIODevice::ReadWrite))
@@ -105,11 +104,11 @@ TEST(PhotoShow, aPhotoOverTheLimitIsRefused) {
     PhotoDesk d;
     d.photo("photo/2611/261103090000_Ada_Quist.bmp", 100000);
     d.photo("photo/2611/261105101010_Bert_Rowe.bmp", 100001);
-    const QList<PhotoRow> rows = d.photos.list({QStringLiteral("2611")});
+    const QList<PhotoRow> rows = d.photos.list({u"2611"_s});
     ASSERT_EQ(rows.size(), 2);
     EXPECT_EQ(d.photos.show(rows[0]), rows[0].path);
     EXPECT_TRUE(d.prompter.messages().isEmpty());
-    EXPECT_EQ(d.photos.show(rows[1]), d.folder.appPath() + QStringLiteral("_PSF/IRender/currentfile.bmp"));
+    EXPECT_EQ(d.photos.show(rows[1]), d.folder.appPath() + u"_PSF/IRender/currentfile.bmp"_s);
     ASSERT_EQ(d.prompter.messages().size(), 1);
     EXPECT_EQ(d.prompter.last().text, u"Video Setup Error: Resolution settings are too high for Porvane");
     EXPECT_EQ(d.prompter.last().title, u"Porvane 90");
@@ -118,7 +117,7 @@ TEST(PhotoShow, aPhotoOverTheLimitIsRefused) {
 TEST(PhotoAttach, copiesIntoANewMonthFolderAndNeverMoves) {
     PhotoDesk d;
     d.current("261201080000", "Ada", "Quist", "Quist Surveys");
-    const PhotoRow ada = d.photos.list({QStringLiteral("2611")}).at(0);
+    const PhotoRow ada = d.photos.list({u"2611"_s}).at(0);
     d.prompter.queue(Answer::Yes);
     ASSERT_TRUE(d.photos.attach(ada));
     ASSERT_EQ(d.prompter.messages().size(), 1); // same name: only the confirmation
@@ -131,8 +130,8 @@ TEST(PhotoAttach, copiesIntoANewMonthFolderAndNeverMoves) {
         u"photo will be created so that each file will have its own (identical) photo.  Do you wish to "
         u"proceed?");
     EXPECT_EQ(d.prompter.last().buttons, Buttons::YesNoCancel);
-    EXPECT_EQ(d.folder.read(QStringLiteral("photo/2612/261201080000_Ada_Quist.bmp")), QByteArray(5000, 'x'));
-    EXPECT_TRUE(d.folder.exists(QStringLiteral("photo/2611/261103090000_Ada_Quist.bmp")));
+    EXPECT_EQ(d.folder.read(u"photo/2612/261201080000_Ada_Quist.bmp"_s), QByteArray(5000, 'x'));
+    EXPECT_TRUE(d.folder.exists(u"photo/2611/261103090000_Ada_Quist.bmp"_s));
     EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"1");
     EXPECT_TRUE(d.state.JustAttachedMark);
 }
@@ -141,7 +140,7 @@ TEST(PhotoAttach, aDifferentNameIsAskedAboutAndEitherNoStops) {
     for (Answer first : {Answer::No, Answer::Yes}) {
         PhotoDesk d;
         d.current("261107120000", "Ann", "Other", "Else Ltd");
-        const PhotoRow bert = d.photos.list({QStringLiteral("2611")}).at(1);
+        const PhotoRow bert = d.photos.list({u"2611"_s}).at(1);
         d.prompter.queue(first);
         if (first == Answer::Yes)
             d.prompter.queue(Answer::Cancel);
@@ -157,7 +156,7 @@ TEST(PhotoAttach, aDifferentNameIsAskedAboutAndEitherNoStops) {
 TEST(PhotoAttach, anUnreadablePhotoIsReported) {
     PhotoDesk d;
     d.current("261103090000", "Ada", "Quist", "Quist Surveys");
-    PhotoRow gone = d.photos.list({QStringLiteral("2611")}).at(0);
+    PhotoRow gone = d.photos.list({u"2611"_s}).at(0);
     QFile::remove(gone.path);
     d.prompter.queue(Answer::Yes);
     EXPECT_FALSE(d.photos.attach(gone));
@@ -169,8 +168,8 @@ TEST(PhotoDelete, byPatternRemovesAPhotoOrphanedByARename) {
     // Taken before Ada was renamed: the name no longer matches the booking's photo path.
     d.photo("photo/2611/261103090000_Adah_Quist.bmp", 4000);
     d.current("261103090000", "Ada", "Quist", "Quist Surveys");
-    d.state.record[Field::PhotoOnFile] = QStringLiteral("1");
-    const PhotoRow ada = d.photos.list({QStringLiteral("2611")}).at(0);
+    d.state.record[Field::PhotoOnFile] = u"1"_s;
+    const PhotoRow ada = d.photos.list({u"2611"_s}).at(0);
 
     d.prompter.queue(Answer::Cancel);
     EXPECT_TRUE(d.photos.deleteOne(ada).isEmpty());
@@ -179,14 +178,14 @@ TEST(PhotoDelete, byPatternRemovesAPhotoOrphanedByARename) {
     d.prompter.queue(Answer::Ok);
     EXPECT_EQ(d.photos.deleteOne(ada), u"Photo Deleted");
     EXPECT_EQ(d.prompter.last().text, u"This will permanently delete the photo for Ada Quist");
-    EXPECT_EQ(d.photoFiles("2611"), QStringList{QStringLiteral("261105101010_Bert_Rowe.bmp")});
+    EXPECT_EQ(d.photoFiles("2611"), QStringList{u"261105101010_Bert_Rowe.bmp"_s});
     EXPECT_TRUE(d.state.JustDeletedMark);
     EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"0");
 }
 
 TEST(PhotoDelete, allListedReportsWhatRemains) {
     PhotoDesk d;
-    const QList<PhotoRow> rows = d.photos.list({QStringLiteral("2611")});
+    const QList<PhotoRow> rows = d.photos.list({u"2611"_s});
     d.prompter.queue(Answer::Ok);
     EXPECT_EQ(d.photos.deleteListed(rows), u"Photos Deleted");
     EXPECT_EQ(d.prompter.last().text, u"This will permanently delete ALL PHOTOS currently listed");
@@ -194,8 +193,8 @@ TEST(PhotoDelete, allListedReportsWhatRemains) {
 
     // A folder that refuses deletions leaves every photo in place.
     PhotoDesk locked;
-    const QList<PhotoRow> all = locked.photos.list({QStringLiteral("2611")});
-    const QString folder = locked.folder.path(QStringLiteral("photo/2611"));
+    const QList<PhotoRow> all = locked.photos.list({u"2611"_s});
+    const QString folder = locked.folder.path(u"photo/2611"_s);
     QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
     locked.prompter.queue(Answer::Ok);
     const QString status = locked.photos.deleteListed(all);
@@ -207,15 +206,15 @@ TEST(PhotoDelete, allListedReportsWhatRemains) {
 
 TEST(PhotoManager, aReadOnlyDeskNeitherAttachesNorDeletes) {
     PhotoDesk d;
-    d.state.settings.ckMakeSysRdO = QStringLiteral("1");
+    d.state.settings.ckMakeSysRdO = u"1"_s;
     d.current("261201080000", "Ada", "Quist", "Quist Surveys");
-    const QList<PhotoRow> rows = d.photos.list({QStringLiteral("2611")});
+    const QList<PhotoRow> rows = d.photos.list({u"2611"_s});
     ASSERT_EQ(rows.size(), 2) << "listing still works";
     EXPECT_FALSE(d.photos.attach(rows.at(0)));
     EXPECT_TRUE(d.photos.deleteOne(rows.at(0)).isEmpty());
     EXPECT_TRUE(d.photos.deleteListed(rows).isEmpty());
     EXPECT_TRUE(d.prompter.messages().isEmpty());
     EXPECT_EQ(d.photoFiles("2611").size(), 2);
-    EXPECT_FALSE(d.folder.exists(QStringLiteral("photo/2612")));
+    EXPECT_FALSE(d.folder.exists(u"photo/2612"_s));
     EXPECT_FALSE(d.state.JustAttachedMark || d.state.JustDeletedMark);
 }

@@ -76,10 +76,8 @@ TEST_F(FullDisk, saveAndUpdateFailWithDiskFull_leaveTheMonthAndNoTemporaryFile_a
     EXPECT_EQ(result.error.text, u"Disk full: "_s + monthPath);
     EXPECT_EQ(monthHash(), hash);
 
-    CurrentRecord typed = desk.state.record;
-    typed[Field::Department] = u"STORES"_s;
-    typed[Field::Organisation] = u"Full Disk Ltd"_s;
-    desk.state.record = typed;
+    desk.state.record[Field::Department] = u"STORES"_s;
+    desk.state.record[Field::Organisation] = u"Full Disk Ltd"_s;
     result = store.SaveNewRecord(u"2403"_s);
     EXPECT_EQ(result.error.number, 61);
     EXPECT_EQ(result.error.text, u"Disk full: "_s + monthPath);

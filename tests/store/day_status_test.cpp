@@ -62,30 +62,26 @@ TEST_F(DayStatusTest, aShorterValueReplacesOnlyItsOwnCharacters_andShortLinesAre
     EXPECT_EQ(marked.mid(990, 5), "9:522");
 }
 
-TEST_F(DayStatusTest, aBookingWithoutALine_leavesTheFileUntouched) {
-    const QByteArray before = crLf({kAnn, kBob});
+TEST_F(DayStatusTest, readTakesTheLastMatchingLine_andABookingWithoutALineLeavesTheFileUntouched) {
+    QByteArray later = kAnn;
+    later.replace(990, 10, "10:0516:45");
+    const QByteArray before = crLf({kAnn, kBob, later});
     desk.folder.write(u"Status/240615.vdf"_s, before);
+    const SiteTimes times = readSiteTimes(desk.folder.dataPath(), QDate(2024, 6, 15), u"240605090000"_s);
+    EXPECT_EQ(times.arrival, u"1005");
+    EXPECT_EQ(times.departure, u"1645");
+    EXPECT_FALSE(readSiteTimes(desk.folder.dataPath(), QDate(2024, 6, 15), u"240699999999"_s).found);
+    EXPECT_FALSE(readSiteTimes(desk.folder.dataPath(), QDate(2024, 6, 16), u"240605090000"_s).found);
+
     const QDateTime written = QFileInfo(desk.folder.path(u"Status/240615.vdf"_s)).lastModified();
     mark(u"10:00", u"  -  ");
     EXPECT_FALSE(UpdateDayStatus(desk.state, u"240605"_s)) << "a part of a key is no key";
     EXPECT_FALSE(UpdateDayStatus(desk.state, u""_s));
     EXPECT_EQ(today(), before);
     EXPECT_EQ(QFileInfo(desk.folder.path(u"Status/240615.vdf"_s)).lastModified(), written);
-    EXPECT_FALSE(readSiteTimes(desk.folder.dataPath(), QDate(2024, 6, 15), u"240699999999"_s).found);
-}
 
-TEST_F(DayStatusTest, readTakesTheLastMatchingLine_andAMissingFileReadsAsNoLine) {
-    QByteArray later = kAnn;
-    later.replace(990, 10, "10:0516:45");
-    desk.folder.write(u"Status/240615.vdf"_s, crLf({kAnn, kBob, later}));
-    const SiteTimes times = readSiteTimes(desk.folder.dataPath(), QDate(2024, 6, 15), u"240605090000"_s);
-    EXPECT_EQ(times.arrival, u"1005");
-    EXPECT_EQ(times.departure, u"1645");
-    EXPECT_FALSE(readSiteTimes(desk.folder.dataPath(), QDate(2024, 6, 16), u"240605090000"_s).found);
-
-    mark(u"10:00", u"  -  ");
     desk.clock.set(QDateTime(QDate(2024, 6, 16), QTime(8, 0)));
-    EXPECT_EQ(UpdateDayStatus(desk.state, u"240605090000"_s).number, 53);
+    EXPECT_EQ(UpdateDayStatus(desk.state, u"240605090000"_s).number, 53) << "no file for the day";
 }
 
 } // namespace

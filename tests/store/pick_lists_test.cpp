@@ -9,13 +9,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QStringList listed(std::initializer_list<const char16_t*> entries) {
-    QStringList out;
-    for (const char16_t* e : entries)
-        out << QString::fromUtf16(e);
-    return out;
-}
-
 class PickListsTest : public ::testing::Test {
 protected:
     QString ini() const { return folder.appPath() + u"_PSF/PSystem/PACustom.ini"_s; }
@@ -48,32 +41,26 @@ TEST_F(PickListsTest, sectionsEndAtBlankOrCommentLines_unknownHeadersDoNot_heade
           "Zone A\n"
           "Zone \x80");
     const PickLists main = LoadMainPickLists(ini());
-    EXPECT_EQ(main.first, listed({u" VISITOR", u" CONTRACTOR", u" DELIVERY"}));
-    EXPECT_EQ(main.second, listed({u" ENGINEERING"}));
+    EXPECT_EQ(main.first, (QStringList{u" VISITOR"_s, u" CONTRACTOR"_s, u" DELIVERY"_s}));
+    EXPECT_EQ(main.second, (QStringList{u" ENGINEERING"_s}));
     const PickLists detail = LoadDetailPickLists(ini());
-    EXPECT_EQ(detail.first, listed({u" Painting"}));
-    EXPECT_EQ(detail.second, listed({u" Zone A", u" Zone A", u" Zone \u20AC"}));
-}
-
-TEST_F(PickListsTest, aMissingFileGivesEmptyLists) {
-    const PickLists main = LoadMainPickLists(ini());
-    EXPECT_TRUE(main.first.isEmpty());
-    EXPECT_TRUE(main.second.isEmpty());
+    EXPECT_EQ(detail.first, (QStringList{u" Painting"_s}));
+    EXPECT_EQ(detail.second, (QStringList{u" Zone A"_s, u" Zone A"_s, u" Zone \u20AC"_s}));
 }
 
 TEST_F(PickListsTest, addingAnEntry_goesAfterTheChosenOneInItsSectionOnly) {
     write("[CATEGORY]\r\nVISITOR\r\nCONTRACTOR\r\n\r\n[DESCRIPTION]\r\nVISITOR\r\n");
     ASSERT_FALSE(addPickListEntry(ini(), u"CATEGORY"_s, u" VISITOR"_s, u"  COURIER "_s));
     EXPECT_EQ(read(), "[CATEGORY]\r\nVISITOR\r\nCOURIER\r\nCONTRACTOR\r\n\r\n[DESCRIPTION]\r\nVISITOR\r\n");
-    EXPECT_EQ(LoadMainPickLists(ini()).first, listed({u" VISITOR", u" COURIER", u" CONTRACTOR"}));
-    EXPECT_EQ(folderEntries(folder.appPath() + u"_PSF/PSystem"_s), QStringList{u"PACustom.ini"_s});
+    EXPECT_EQ(LoadMainPickLists(ini()).first, (QStringList{u" VISITOR"_s, u" COURIER"_s, u" CONTRACTOR"_s}));
+    EXPECT_EQ(folderEntries(folder.appPath() + u"_PSF/PSystem"_s), (QStringList{u"PACustom.ini"_s}));
 }
 
 TEST_F(PickListsTest, addingToAnEmptySection_putsTheEntryDirectlyAfterTheHeader) {
     write("[CATEGORY]\nVISITOR\n[SELECTACCESS]\n\n[DEPARTME]\nSTORES\n");
     ASSERT_FALSE(addPickListEntry(ini(), u"SELECT ACCESS"_s, QString(), u"Gate 1"_s));
     EXPECT_EQ(read(), "[CATEGORY]\r\nVISITOR\r\n[SELECTACCESS]\r\nGate 1\r\n\r\n[DEPARTME]\r\nSTORES\r\n");
-    EXPECT_EQ(LoadDetailPickLists(ini()).second, listed({u" Gate 1"}));
+    EXPECT_EQ(LoadDetailPickLists(ini()).second, (QStringList{u" Gate 1"_s}));
 }
 
 TEST_F(PickListsTest, deletingAnEntry_removesItsLinesInItsSectionOnly) {
@@ -84,7 +71,9 @@ TEST_F(PickListsTest, deletingAnEntry_removesItsLinesInItsSectionOnly) {
     EXPECT_EQ(read(), "[DEPARTMENT]\r\n[DESCRIPT]\r\nSTORES\r\n");
 }
 
-TEST_F(PickListsTest, editingAMissingFile_reportsPathOrFileNotFound) {
+TEST_F(PickListsTest, aMissingFileReadsAsEmptyLists_andEditingItReportsPathOrFileNotFound) {
+    const PickLists none = LoadMainPickLists(ini());
+    EXPECT_TRUE(none.first.isEmpty() && none.second.isEmpty());
     EXPECT_EQ(addPickListEntry(ini(), u"CATEGORY"_s, u" VISITOR"_s, u"X"_s).number, 76);
     folder.write(u"../_PSF/PSystem/twsabusr.dat"_s, "x");
     EXPECT_EQ(deletePickListEntry(ini(), u"CATEGORY"_s, u" VISITOR"_s).number, 53);

@@ -37,12 +37,6 @@ public:
     }
 };
 
-// The lines of a file split at CR LF exactly; a file not ending in CR LF shows as a last element that is
-// not empty.
-inline QByteArrayList crLfLines(const QByteArray& bytes) {
-    return bytes.split('\n');
-}
-
 inline QByteArray crLf(std::initializer_list<QByteArray> lines) {
     QByteArray out;
     for (const QByteArray& l : lines)
