@@ -35,9 +35,9 @@ struct PassCommand : ::testing::Test {
         photo.save(&b, "BMP");
         folder.write(u"photo/2611/261114093012_Bert_Rowe.bmp"_s, bytes);
     }
-    AdminRun pass(const QStringList& args) const {
+    AdminRun pass(const QStringList& args, const QByteArray& input = {}) const {
         return porvane::test::runAdmin(folder, u"2026-11-14"_s,
-                                       QStringList{u"--now"_s, u"09:05"_s, u"pass"_s} + args);
+                                       QStringList{u"--now"_s, u"09:05"_s, u"pass"_s} + args, input);
     }
 
     TempDataFolder folder;
@@ -72,7 +72,7 @@ TEST_F(PassCommand, refusalsAreThePassWindowsMessagesAndLeaveTheFile) {
         {{u"261114093012"_s, u"--start"_s, u"2026-11-16"_s, u"--pdf"_s, pdf},
          1,
          u"You can only Issue/Print a Day Pass for TODAY"_s},
-        // No photo: the question has nobody to answer it, so nothing is printed.
+        // No photo: an empty answer is No, so nothing is printed.
         {{u"261103090000"_s, u"--pdf"_s, pdf}, 1, u"No Photo Found:  Do you wish to Print Without Photo ?"_s},
         {{u"261199999999"_s, u"--pdf"_s, pdf}, 1, QString()},
         {{u"261114093012"_s, u"--count"_s, u"7"_s}, 2, QString()},
@@ -85,4 +85,19 @@ TEST_F(PassCommand, refusalsAreThePassWindowsMessagesAndLeaveTheFile) {
     }
     EXPECT_EQ(folder.read(u"Record/2611.vrf"_s), before);
     EXPECT_FALSE(QFileInfo::exists(pdf));
+}
+
+TEST_F(PassCommand, aPassWithoutAPhotoPrintsWhenTheQuestionIsAnsweredYes) {
+    for (const auto& [flag, answer] :
+         {std::pair{u"--yes"_s, QByteArray()}, std::pair{QString(), QByteArray("y\n")}}) {
+        SCOPED_TRACE(answer.isEmpty() ? "--yes" : "y on the terminal");
+        QFile::remove(pdf);
+        QStringList args{u"261103090000"_s, u"--pdf"_s, pdf};
+        if (!flag.isEmpty())
+            args << flag;
+        const AdminRun r = pass(args, answer);
+        ASSERT_EQ(r.status, 0) << r.err.toStdString();
+        EXPECT_EQ(folder.read(u"Record/2611.vrf"_s).left(1186).mid(935, 21), "14-11-2026 15-11-2026");
+        EXPECT_EQ(porvane::test::scannedBarCode(pdf), u"CODE-39:261103090000");
+    }
 }
