@@ -220,7 +220,6 @@ TEST_F(BulkDeletionTest, dateBoxes_areCheckedWithTheDesksMessagesBeforeAnyQuesti
         {"32", "APRIL", "2024", "ATTENTION: The DAY entered is not valid - Try selecting again"},
         {"All Days", "APRIL", "2030", "ATTENTION: No VALID Date selected - Try selecting again"},
         {"All Days", "All Months", "2009", "ATTENTION: No VALID Date selected - Try selecting again"},
-        {"All Days", "SMARCH", "2024", "ATTENTION: No VALID Date selected - Try selecting again"},
         {"3", "APRIL", "2024x", "Porvane Can't Determine the Date you wish to Delete - Select again!"},
     };
     for (const auto& [day, month, year, message] : refused) {
