@@ -1,7 +1,6 @@
 #include "admin_run.h"
 #include "temp_data_folder.h"
 
-#include <QDir>
 #include <gtest/gtest.h>
 
 using porvane::test::AdminRun;
@@ -32,13 +31,6 @@ TEST(PurgeCommand, yesDeletesWithoutAsking_andPrintsTheDesksResultText) {
     r = purge(folder, {u"month"_s, u"2024-03"_s, u"NAME"_s, u"ann"_s, u"--yes"_s});
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, u"No Records Deleted for MARCH 2024\n");
-
-    folder.write(u"Record/2401.vrf"_s, kMarch);
-    folder.write(u"Record/2501.vrf"_s, kMarch);
-    r = purge(folder, {u"year"_s, u"2024"_s, u"--yes"_s});
-    EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out, u"All Bookings for the year 2024 Deleted\n");
-    EXPECT_EQ(QDir(folder.path(u"Record"_s)).entryList(QDir::Files), QStringList{u"2501.vrf"_s});
 }
 
 TEST(PurgeCommand, withoutYesAsksOnTheTerminal_andOnlyYDeletes) {
