@@ -119,17 +119,13 @@ TEST_F(SettingsWindowTest, folderBoxesFollowTheNetworkPathsOption) {
 }
 
 TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRules) {
-    // LF and CR LF lines mixed; a blank line ends the category list, a comment the department list.
+    // LF and CR LF lines mixed; a blank line ends the category list.
     writePickLists("; site lists\r\n"
                    "[CATEGORY]\r\n"
                    "VISITOR\r\n"
                    "CONTRACTOR  \r\n"
                    "\r\n"
                    "AFTER BLANK\r\n"
-                   "[DEPARTMENT]\n"
-                   "STORES\n"
-                   ";comment\n"
-                   "AFTER COMMENT\n"
                    "[SELECTACCESS]\n");
     SettingsWindow window(state);
     auto* chooser = child<QComboBox>(&window, "cbEditList");
@@ -168,10 +164,6 @@ TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRul
                                                                               "COURIER\r\n"
                                                                               "\r\n"
                                                                               "AFTER BLANK\r\n"
-                                                                              "[DEPARTMENT]\r\n"
-                                                                              "STORES\r\n"
-                                                                              ";comment\r\n"
-                                                                              "AFTER COMMENT\r\n"
                                                                               "[SELECTACCESS]\r\n"
                                                                               "Gate 1\r\n"));
     EXPECT_TRUE(window.pickListsChanged());
