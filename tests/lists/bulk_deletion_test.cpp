@@ -27,11 +27,20 @@ const QByteArray kDee = handLine({{1, "240304090000"}, {14, "Dee"}, {31, "Ng"}},
 
 struct BulkDeletionTest : ListsFixture {
     BulkDeletion bulk{desk.state};
+    const QString photo = u"photo/2403/240301090000_Ann_Lee.bmp"_s;
+    const QString status = u"Status/240305.vdf"_s;
 
-    BulkDeletionTest() { bulk.lockWait = std::chrono::milliseconds(100); }
-
+    BulkDeletionTest() {
+        bulk.lockWait = std::chrono::milliseconds(100);
+        desk.folder.write(photo, "BM");
+        desk.folder.write(status, "status\r\n");
+    }
+    // Runs the selection; `answers` go to the questions it asks.
     BulkDeletion::Outcome run(const char* day, const char* month, const char* year,
+                              std::initializer_list<Answer> answers = {Answer::Yes},
                               const char* kind = "ANY TEXT", const QString& text = {}) {
+        desk.prompter.clear();
+        desk.prompter.queue(answers);
         BulkSelection selection{QString::fromLatin1(day), QString::fromLatin1(month),
                                 QString::fromLatin1(year), QString::fromLatin1(kind), text};
         const BulkDeletion::Outcome outcome = bulk.run(selection);
@@ -39,49 +48,39 @@ struct BulkDeletionTest : ListsFixture {
         return outcome;
     }
     QByteArray march() const { return desk.folder.read(u"Record/2403.vrf"_s); }
+    // No scope touches photos or day status files.
+    void expectPhotoAndStatusKept() const {
+        EXPECT_EQ(desk.folder.read(photo), "BM");
+        EXPECT_EQ(desk.folder.read(status), "status\r\n");
+    }
     QString lastDay;
 };
 
-TEST_F(BulkDeletionTest, oneDay_dropsWholeBookingsWithATimeThatDay_andLeavesPhotosAndStatusFiles) {
+TEST_F(BulkDeletionTest, oneDay_dropsWholeBookingsWithATimeThatDay) {
     desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn, kBob, kCy, kDee}));
-    desk.folder.write(u"photo/2403/240301090000_Ann_Lee.bmp"_s, "BM");
-    desk.folder.write(u"Status/240305.vdf"_s, "status\r\n");
-
-    desk.prompter.queue(Answer::Yes);
     const BulkDeletion::Outcome outcome = run("5", "MARCH", "2024");
     EXPECT_EQ(outcome.status, Status::Deleted);
-    EXPECT_EQ(outcome.count, 2);
-    ASSERT_EQ(desk.prompter.messages().size(), 1);
-    const Prompter::Message& asked = desk.prompter.last();
-    EXPECT_EQ(asked.text, u"DELETE ALL Bookings made on the 5 of MARCH 2024.\r\nDo you wish to proceed?");
-    EXPECT_EQ(asked.title, u"Porvane 90");
-    EXPECT_EQ(asked.buttons, Buttons::YesNo);
+    EXPECT_EQ(desk.prompter.texts(),
+              QStringList{u"DELETE ALL Bookings made on the 5 of MARCH 2024.\r\nDo you wish to proceed?"_s});
+    EXPECT_EQ(desk.prompter.last().buttons, Buttons::YesNo);
     // Ann goes whole, her 20th too; Dee's short line has no slot for the 5th and stays as it was.
     EXPECT_EQ(march(), crLf({kBob, kDee}));
     EXPECT_EQ(outcome.resultText, u"2 Records Deleted for the 5 of MARCH 2024");
-    EXPECT_EQ(desk.state.mainTitle,
-              u"Tarnwell Solutions Porvane 90  [ 2 Records Deleted for the 5 of MARCH 2024 ]");
-    EXPECT_EQ(desk.folder.read(u"photo/2403/240301090000_Ann_Lee.bmp"_s), "BM");
-    EXPECT_EQ(desk.folder.read(u"Status/240305.vdf"_s), "status\r\n");
+    expectPhotoAndStatusKept();
 
-    desk.prompter.queue(Answer::Yes);
     EXPECT_EQ(run("20", "MARCH", "2024").resultText, u"One Record Deleted for the 20 of MARCH 2024");
     EXPECT_EQ(march(), crLf({kDee}));
 }
 
-TEST_F(BulkDeletionTest, nothingMatched_saysSoAndDoesNotRewriteTheFile) {
+TEST_F(BulkDeletionTest, nothingMatched_saysSoInTheTitleAndDoesNotRewriteTheFile) {
     // LF-only lines: any rewrite would give them CR LF.
     const QByteArray lfOnly = kAnn + "\n" + kBob + "\n" + kDee;
     desk.folder.write(u"Record/2403.vrf"_s, lfOnly);
-
-    desk.prompter.queue(Answer::Yes);
     BulkDeletion::Outcome outcome = run("7", "MARCH", "2024");
     EXPECT_EQ(outcome.status, Status::NothingMatched);
-    EXPECT_EQ(outcome.resultText, u"No Records Deleted for the 7 of MARCH 2024");
     EXPECT_EQ(desk.state.mainTitle,
               u"Tarnwell Solutions Porvane 90  [ No Records Deleted for the 7 of MARCH 2024 ]");
-    desk.prompter.queue(Answer::Yes);
-    outcome = run("All Days", "MARCH", "2024", "NAME", u"Zed"_s);
+    outcome = run("All Days", "MARCH", "2024", {Answer::Yes}, "NAME", u"Zed"_s);
     EXPECT_EQ(outcome.status, Status::NothingMatched);
     EXPECT_EQ(outcome.resultText, u"No Records Deleted for MARCH 2024");
     EXPECT_EQ(march(), lfOnly);
@@ -90,17 +89,14 @@ TEST_F(BulkDeletionTest, nothingMatched_saysSoAndDoesNotRewriteTheFile) {
 TEST_F(BulkDeletionTest, wholeMonth_leavesAnEmptyFile_soTheMonthListShowsNoRowsAndNoMessage) {
     desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn, kBob}));
     desk.folder.write(u"Record/2404.vrf"_s, crLf({kCy}));
-
-    desk.prompter.queue(Answer::Yes);
-    const BulkDeletion::Outcome outcome = run("All Days", "MARCH", "2024", "NAME", u"   "_s);
-    EXPECT_EQ(outcome.status, Status::Deleted);
+    const BulkDeletion::Outcome outcome = run("All Days", "MARCH", "2024", {Answer::Yes}, "NAME", u"   "_s);
     EXPECT_EQ(desk.prompter.last().text,
               u"DELETE ALL BOOKINGS for the Entire MONTH of MARCH 2024.\r\nDo you wish to proceed?");
-    EXPECT_EQ(desk.prompter.last().icon, Icon::Question);
     EXPECT_EQ(outcome.resultText, u"All Bookings for MARCH 2024 Deleted");
     EXPECT_TRUE(desk.folder.exists(u"Record/2403.vrf"_s));
     EXPECT_EQ(march(), QByteArray());
     EXPECT_EQ(desk.folder.read(u"Record/2404.vrf"_s), crLf({kCy}));
+    expectPhotoAndStatusKept();
 
     desk.prompter.clear();
     select(0, "MARCH", "2024");
@@ -109,104 +105,95 @@ TEST_F(BulkDeletionTest, wholeMonth_leavesAnEmptyFile_soTheMonthListShowsNoRowsA
     EXPECT_TRUE(desk.prompter.messages().isEmpty());
 }
 
-TEST_F(BulkDeletionTest, wholeYear_removesThatYearsMonthFilesOnly_thenTheListsSayNoFile) {
+TEST_F(BulkDeletionTest, wholeYear_removesThatYearsMonthFilesOnly) {
     for (const char* name : {"Record/2401.vrf", "Record/2412.vrf", "Record/2501.vrf", "Record/1412.vrf"})
         desk.folder.write(QString::fromLatin1(name), crLf({kAnn}));
-    desk.folder.write(u"Status/240105.vdf"_s, "status\r\n");
-    desk.folder.write(u"photo/2401/240101090000_Ann_Lee.bmp"_s, "BM");
-
-    desk.prompter.queue(Answer::Yes);
     const BulkDeletion::Outcome outcome = run("12", "All Months", "2024");
-    EXPECT_EQ(outcome.status, Status::Deleted);
     EXPECT_EQ(outcome.count, 2);
     EXPECT_EQ(desk.prompter.last().text,
               u"This will DELETE ALL BOOKINGS for the Entire YEAR of 2024.\r\nDo you wish to proceed?");
     EXPECT_EQ(outcome.resultText, u"All Bookings for the year 2024 Deleted");
     EXPECT_EQ(folderEntries(desk.folder.path(u"Record"_s)), (QStringList{u"1412.vrf"_s, u"2501.vrf"_s}));
-    EXPECT_TRUE(desk.folder.exists(u"Status/240105.vdf"_s));
-    EXPECT_TRUE(desk.folder.exists(u"photo/2401/240101090000_Ann_Lee.bmp"_s));
-
-    desk.prompter.clear();
-    select(0, "JANUARY", "2024");
-    lists.selectMonthRecord(dates);
-    ASSERT_EQ(desk.prompter.messages().size(), 1) << "the month list's own file-not-found message";
+    expectPhotoAndStatusKept();
 }
 
-TEST_F(BulkDeletionTest, answeringNo_changesNothingInAnyScope) {
-    const QByteArray before = crLf({kAnn, kBob, kCy});
-    desk.folder.write(u"Record/2403.vrf"_s, before);
-    desk.prompter.queue({Answer::No, Answer::No, Answer::No, Answer::No});
-    EXPECT_EQ(run("All Days", "All Months", "2024").status, Status::Declined);
-    EXPECT_EQ(run("All Days", "MARCH", "2024").status, Status::Declined);
-    EXPECT_EQ(run("All Days", "MARCH", "2024", "NAME", u"Ann"_s).status, Status::Declined);
-    EXPECT_EQ(run("5", "MARCH", "2024").status, Status::Declined);
-    EXPECT_EQ(desk.prompter.messages().size(), 4);
-    EXPECT_EQ(march(), before);
-    EXPECT_EQ(desk.state.mainTitle, AppState::plainTitle());
-}
-
-TEST_F(BulkDeletionTest, findText_matchesTheKindsColumnsAsPlainTextInAnyCase) {
-    const QByteArray literal = handLine({{1, "240310090000"}, {550, "A.B*C [Ltd]"}});
-    const QByteArray lookalike = handLine({{1, "240311090000"}, {550, "AXBBBC Ltd"}});
+TEST_F(BulkDeletionTest, findText_matchesTheKindsColumnsOnly) {
+    const QByteArray org = handLine({{1, "240310090000"}, {550, "A.B*C [Ltd]"}});
     const QByteArray elsewhere = handLine({{1, "240312090000"}, {147, "a.b* street"}}); // home address
     const QByteArray host = handLine({{1, "240313090000"}, {758, "Dr A.B* Host"}});     // person visited
-    desk.folder.write(u"Record/2403.vrf"_s, crLf({literal, lookalike, elsewhere, host}));
+    desk.folder.write(u"Record/2403.vrf"_s, crLf({org, elsewhere, host}));
 
-    desk.prompter.queue(Answer::Yes);
-    BulkDeletion::Outcome outcome = run("All Days", "MARCH", "2024", "ORGANISATION", u" a.b*c [ltd "_s);
-    EXPECT_EQ(desk.prompter.last().text,
-              u"DELETE ALL BOOKINGS for the Month of MARCH 2024 with:\r\n"
-              u"[ a.b*c [ltd ] in the ORGANISATION field\r\nDo you wish to proceed?");
+    BulkDeletion::Outcome outcome =
+        run("All Days", "MARCH", "2024", {Answer::Yes}, "ORGANISATION", u" a.b*"_s);
+    EXPECT_EQ(desk.prompter.last().text, u"DELETE ALL BOOKINGS for the Month of MARCH 2024 with:\r\n"
+                                         u"[ a.b* ] in the ORGANISATION field\r\nDo you wish to proceed?");
     EXPECT_EQ(outcome.resultText, u"One Record Deleted for MARCH 2024");
-    EXPECT_EQ(march(), crLf({lookalike, elsewhere, host}));
+    EXPECT_EQ(march(), crLf({elsewhere, host}));
 
-    desk.prompter.queue(Answer::Yes);
-    outcome = run("All Days", "MARCH", "2024", "REPORTING TO", u"A.B*"_s);
-    EXPECT_EQ(outcome.count, 1);
-    EXPECT_EQ(march(), crLf({lookalike, elsewhere}));
+    EXPECT_EQ(run("All Days", "MARCH", "2024", {Answer::Yes}, "REPORTING TO", u"A.B*"_s).count, 1);
+    EXPECT_EQ(march(), crLf({elsewhere}));
 
-    desk.prompter.queue(Answer::Yes);
-    outcome = run("All Days", "MARCH", "2024", "ANY TEXT", u"A.B*"_s);
+    run("All Days", "MARCH", "2024", {Answer::Yes}, "ANY TEXT", u"A.B*"_s);
     EXPECT_TRUE(desk.prompter.last().text.contains(u"\r\n[ A.B* ] found in ANY field\r\n"));
-    EXPECT_EQ(outcome.count, 1);
-    EXPECT_EQ(march(), crLf({lookalike}));
+    EXPECT_EQ(march(), QByteArray());
 }
 
-TEST_F(BulkDeletionTest, monthLockedByAnotherDesk_isReportedAndNothingChanges) {
-    const QByteArray before = crLf({kAnn, kBob});
-    desk.folder.write(u"Record/2403.vrf"_s, before);
-    desk.folder.write(u"Record/2401.vrf"_s, before);
-    QLockFile other(DataLock::lockPath(desk.state.dataPath()));
-    ASSERT_TRUE(other.tryLock(0));
-
-    for (const char* month : {"MARCH", "All Months"}) {
-        desk.prompter.clear();
-        desk.prompter.queue({Answer::Yes, Answer::Cancel}); // proceed; then give up waiting for the lock
-        const BulkDeletion::Outcome outcome = run("5", month, "2024");
-        EXPECT_EQ(outcome.status, Status::Failed) << month;
-        EXPECT_EQ(outcome.error.number, 70);
-        EXPECT_TRUE(outcome.error.text.contains(QSysInfo::machineHostName()));
-        ASSERT_EQ(desk.prompter.messages().size(), 2);
-        EXPECT_TRUE(
-            desk.prompter.last().text.startsWith(u"The data folder is being changed by the desk on "));
-    }
-    EXPECT_EQ(march(), before);
-    EXPECT_EQ(desk.folder.read(u"Record/2401.vrf"_s), before);
-    EXPECT_EQ(desk.state.mainTitle, AppState::plainTitle());
-}
-
-TEST_F(BulkDeletionTest, aFailedWrite_leavesTheMonthAsItWas) {
+// Whatever stops a deletion (the operator's No, the switch, another desk's lock, a failed write) leaves
+// every file and the title as they were.
+TEST_F(BulkDeletionTest, aStoppedDeletionChangesNothing) {
     const QByteArray before = crLf({kAnn, kBob, kCy});
     desk.folder.write(u"Record/2403.vrf"_s, before);
+    desk.folder.write(u"Record/2401.vrf"_s, before);
+    const auto expectUnchanged = [&](const char* why) {
+        EXPECT_EQ(march(), before) << why;
+        EXPECT_EQ(desk.folder.read(u"Record/2401.vrf"_s), before) << why;
+        EXPECT_EQ(folderEntries(desk.folder.path(u"Record"_s)), (QStringList{u"2401.vrf"_s, u"2403.vrf"_s}))
+            << why;
+        EXPECT_EQ(desk.state.mainTitle, AppState::plainTitle()) << why;
+    };
+
+    for (const auto& [day, month, kind, text] :
+         {std::tuple{"All Days", "All Months", "ANY TEXT", ""},
+          std::tuple{"All Days", "MARCH", "ANY TEXT", ""}, std::tuple{"All Days", "MARCH", "NAME", "Ann"},
+          std::tuple{"5", "MARCH", "ANY TEXT", ""}}) {
+        EXPECT_EQ(run(day, month, "2024", {Answer::No}, kind, QString::fromLatin1(text)).status,
+                  Status::Declined)
+            << day << month;
+        EXPECT_EQ(desk.prompter.messages().size(), 1);
+    }
+    expectUnchanged("declined");
+
+    desk.state.settings.ckDisMultiD = u"1"_s;
+    EXPECT_EQ(run("5", "MARCH", "2024").status, Status::Refused);
+    desk.state.settings.ckDisMultiD = u"0"_s;
+    desk.state.settings.ckMakeSysRdO = u"1"_s;
+    EXPECT_EQ(run("All Days", "All Months", "2024").status, Status::Refused);
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+    desk.state.settings.ckMakeSysRdO = u"0"_s;
+    expectUnchanged("switched off");
+
+    {
+        QLockFile other(DataLock::lockPath(desk.state.dataPath()));
+        ASSERT_TRUE(other.tryLock(0));
+        for (const char* month : {"MARCH", "All Months"}) {
+            // Proceed; then give up waiting for the lock.
+            const BulkDeletion::Outcome outcome = run("5", month, "2024", {Answer::Yes, Answer::Cancel});
+            EXPECT_EQ(outcome.status, Status::Failed) << month;
+            EXPECT_EQ(outcome.error.number, 70);
+            EXPECT_TRUE(outcome.error.text.contains(QSysInfo::machineHostName()));
+            EXPECT_TRUE(
+                desk.prompter.last().text.startsWith(u"The data folder is being changed by the desk on "));
+        }
+    }
+    expectUnchanged("locked");
+
     FailingWritePath failing;
     failing.budget = 500;
     bulk.writePath = &failing;
-    desk.prompter.queue(Answer::Yes);
     const BulkDeletion::Outcome outcome = run("5", "MARCH", "2024");
     EXPECT_EQ(outcome.status, Status::Failed);
     EXPECT_EQ(outcome.error.number, 61);
-    EXPECT_EQ(march(), before);
-    EXPECT_EQ(folderEntries(desk.folder.path(u"Record"_s)), QStringList{u"2403.vrf"_s});
+    expectUnchanged("failed write");
 }
 
 TEST_F(BulkDeletionTest, removeAllOrNone_putsBackWhatItMovedWhenOneFileCannotGo) {
@@ -222,8 +209,7 @@ TEST_F(BulkDeletionTest, removeAllOrNone_putsBackWhatItMovedWhenOneFileCannotGo)
 
 TEST_F(BulkDeletionTest, dateBoxes_areCheckedWithTheDesksMessagesBeforeAnyQuestion) {
     desk.folder.write(u"Record/2404.vrf"_s, crLf({kAnn}));
-    desk.prompter.queue({Answer::Ok, Answer::No});
-    EXPECT_EQ(run("31", "APRIL", "2024").status, Status::Declined);
+    EXPECT_EQ(run("31", "APRIL", "2024", {Answer::Ok, Answer::No}).status, Status::Declined);
     EXPECT_EQ(lastDay, u"30") << "a day past the month's end is corrected, not refused";
     EXPECT_EQ(desk.prompter.texts(), (QStringList{u"ATTENTION: Only [ 30 ] Days in the Month Selected"_s,
                                                   u"DELETE ALL Bookings made on the 30 of APRIL 2024.\r\n"
@@ -234,41 +220,13 @@ TEST_F(BulkDeletionTest, dateBoxes_areCheckedWithTheDesksMessagesBeforeAnyQuesti
         {"32", "APRIL", "2024", "ATTENTION: The DAY entered is not valid - Try selecting again"},
         {"All Days", "APRIL", "2030", "ATTENTION: No VALID Date selected - Try selecting again"},
         {"All Days", "All Months", "2009", "ATTENTION: No VALID Date selected - Try selecting again"},
-        {"All Days", "SMARCH", "2024", "ATTENTION: No VALID Date selected - Try selecting again"},
         {"3", "APRIL", "2024x", "Porvane Can't Determine the Date you wish to Delete - Select again!"},
     };
     for (const auto& [day, month, year, message] : refused) {
-        desk.prompter.clear();
-        EXPECT_EQ(run(day, month, year).status, Status::Refused) << day << month << year;
+        EXPECT_EQ(run(day, month, year, {}).status, Status::Refused) << day << month << year;
         EXPECT_EQ(desk.prompter.texts(), QStringList{QString::fromLatin1(message)}) << day << month << year;
     }
     EXPECT_EQ(desk.folder.read(u"Record/2404.vrf"_s), crLf({kAnn}));
-}
-
-TEST_F(BulkDeletionTest, switchedOffOrReadOnly_deletesNothingAndAsksNothing) {
-    desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn}));
-    desk.state.settings.ckDisMultiD = u"1"_s;
-    EXPECT_TRUE(bulk.switchedOff());
-    EXPECT_EQ(run("5", "MARCH", "2024").status, Status::Refused);
-    desk.state.settings.ckDisMultiD = u"0"_s;
-    desk.state.settings.ckMakeSysRdO = u"1"_s;
-    EXPECT_EQ(run("All Days", "All Months", "2024").status, Status::Refused);
-    EXPECT_TRUE(desk.prompter.messages().isEmpty());
-    EXPECT_EQ(march(), crLf({kAnn}));
-}
-
-TEST(BulkDeletionBoxes, kindsUseReportingTo_andEachKindHasItsCaptions) {
-    const QStringList kinds = BulkDeletion::kindItems();
-    EXPECT_EQ(kinds.size(), 10);
-    EXPECT_EQ(kinds.last(), u"REPORTING TO");
-    EXPECT_FALSE(BulkDeletion::kindFromText(u"VISITING/REPORTING TO"_s));
-    EXPECT_EQ(BulkDeletion::kindFromText(u" REPORTING TO "_s), SearchKind::VisitingReportingTo);
-    EXPECT_EQ(BulkDeletion::captions(SearchKind::Name).text, u"Enter Name");
-    EXPECT_EQ(BulkDeletion::captions(SearchKind::CarRegistration).kind, u"Find whole or part of a:");
-    EXPECT_EQ(BulkDeletion::dayItems().first(), u"All Days");
-    EXPECT_EQ(BulkDeletion::dayItems().last(), u"31");
-    EXPECT_EQ(BulkDeletion::monthItems().first(), u"All Months");
-    EXPECT_EQ(BulkDeletion::monthItems().at(3), u"MARCH");
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "admin_run.h"
 #include "lists/day_list.h"
 #include "lists/list_printing.h"
 #include "lists/list_text.h"
@@ -14,15 +15,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString run(const QString& program, const QStringList& args, int* exitCode = nullptr,
-            QString* err = nullptr) {
+// What a poppler tool prints about a PDF.
+QString pdfTool(const QString& program, const QStringList& args) {
     QProcess p;
     p.start(program, args);
     p.waitForFinished(60000);
-    if (exitCode)
-        *exitCode = p.exitCode();
-    if (err)
-        *err = QString::fromUtf8(p.readAllStandardError());
     return QString::fromUtf8(p.readAllStandardOutput());
 }
 
@@ -85,23 +82,17 @@ struct ListPrintingTest : ListsFixture {
     }
 };
 
+// The footer is read off every page of the printed list below.
 TEST_F(ListPrintingTest, titlesByListMode) {
-    desk.state.settings.SiteName = u"Harbour Works"_s;
     select(15, "JUNE", "2024");
-    const QTime at(14, 5);
-    const QString site = desk.state.settings.SiteName;
-    EXPECT_EQ(ListPrinting::title(ListMode::None, site, dates, at),
-              u"Harbour Works    Visitors List  -  June 2024");
-    EXPECT_EQ(ListPrinting::title(ListMode::Day, site, dates, at),
-              u"Harbour Works    Visitors Expected:  15 June 2024");
-    EXPECT_EQ(ListPrinting::title(ListMode::Month, site, dates, at),
-              u"Harbour Works    Visitor List  -  June 2024");
-    EXPECT_EQ(ListPrinting::title(ListMode::Search, site, dates, at),
-              u"Harbour Works    Visitor List [ Part ]   June 2024");
-    EXPECT_EQ(ListPrinting::title(ListMode::OnSite, site, dates, at),
-              u"Harbour Works    Visitor On-Site Status:  15 June 2024  as at  14:05");
-    EXPECT_EQ(ListPrinting::footer(2, 3, QDate(2024, 6, 15)),
-              u"Porvane 90     Page 2 of 3    Printed: 15/06/2024");
+    const std::pair<ListMode, QString> titles[] = {
+        {ListMode::None, u"Harbour Works    Visitors List  -  June 2024"_s},
+        {ListMode::Day, u"Harbour Works    Visitors Expected:  15 June 2024"_s},
+        {ListMode::Month, u"Harbour Works    Visitor List  -  June 2024"_s},
+        {ListMode::Search, u"Harbour Works    Visitor List [ Part ]   June 2024"_s},
+        {ListMode::OnSite, u"Harbour Works    Visitor On-Site Status:  15 June 2024  as at  14:05"_s}};
+    for (const auto& [mode, title] : titles)
+        EXPECT_EQ(ListPrinting::title(mode, u"Harbour Works"_s, dates, QTime(14, 5)), title);
 }
 
 TEST_F(ListPrintingTest, severalPagesOfA4LandscapeWithTitleFooterAndOnlyTheListedRows) {
@@ -119,13 +110,13 @@ TEST_F(ListPrintingTest, severalPagesOfA4LandscapeWithTitleFooterAndOnlyTheListe
             ListPrinting::print(writer, lists.table(), desk.state.ListedCount, title, QDate(2024, 6, 15)),
             QString());
     }
-    const QString info = run(u"pdfinfo"_s, {pdf});
+    const QString info = pdfTool(u"pdfinfo"_s, {pdf});
     ASSERT_TRUE(info.contains(u"Pages:"_s)) << info.toStdString();
     const int pages = info.section(u"Pages:"_s, 1).trimmed().section(u'\n', 0, 0).toInt();
     EXPECT_GE(pages, 2);
     EXPECT_TRUE(info.contains(u"Page size:       842 x 595 pts (A4)"_s)) << info.toStdString(); // landscape
 
-    const QString text = run(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
+    const QString text = pdfTool(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
     const QStringList perPage = text.split(u'\f', Qt::SkipEmptyParts);
     ASSERT_EQ(perPage.size(), pages);
     for (int p = 0; p < pages; ++p) {
@@ -138,11 +129,9 @@ TEST_F(ListPrintingTest, severalPagesOfA4LandscapeWithTitleFooterAndOnlyTheListe
     // Every listed row once, and no more rows than were listed.
     EXPECT_EQ(text.count(u"240601000"_s), 120);
     EXPECT_TRUE(text.contains(u"Visitor119"_s));
-    const QString fonts = run(u"pdffonts"_s, {pdf});
+    const QString fonts = pdfTool(u"pdffonts"_s, {pdf});
     EXPECT_TRUE(fonts.contains(u"DejaVu"_s) || fonts.contains(u"Verdana"_s)) << fonts.toStdString();
     EXPECT_TRUE(fonts.contains(u"Liberation"_s) || fonts.contains(u"Arial"_s)) << fonts.toStdString();
-    if (qEnvironmentVariableIsSet("PORVANE_KEEP_PDF"))
-        QFile::copy(pdf, qEnvironmentVariable("PORVANE_KEEP_PDF"));
 }
 
 // porvane-admin prints the same rows as the desk's grid for the same files.
@@ -153,38 +142,35 @@ TEST_F(ListPrintingTest, adminListsTheDesksRows) {
                                                 {550, "Old, \"Pass\" Ltd"},
                                                 {936, "01-03-2024"},
                                                 {947, "20-06-2024"}})});
-    const QString admin = QStringLiteral(PORVANE_STAGE_DIR) + u"/porvane-admin"_s;
-    const QStringList common{u"--home"_s,  desk.folder.appPath(), u"--data"_s, desk.folder.dataPath(),
-                             u"--today"_s, u"2024-06-15"_s,       u"--now"_s,  u"10:00"_s};
-    int code = -1;
+    const auto admin = [&](const QStringList& args) {
+        return runAdmin(desk.folder, u"2024-06-15"_s, QStringList{u"--now"_s, u"10:00"_s} + args);
+    };
+    const auto expectSame = [&](const QStringList& args, bool csv) {
+        const AdminRun r = admin((csv ? QStringList{u"--csv"_s} : QStringList()) + args);
+        EXPECT_EQ(r.status, 0) << r.err.toStdString();
+        EXPECT_EQ(r.out, textOf(lists.table(), csv)) << args.join(u' ').toStdString();
+        return r.out;
+    };
     select(15, "JUNE", "2024");
     lists.selectDayRecord(dates);
-    EXPECT_EQ(run(admin, common + QStringList{u"list"_s, u"day"_s, u"2024-06-15"_s}, &code),
-              textOf(lists.table(), false));
-    EXPECT_EQ(code, 0);
+    expectSame({u"list"_s, u"day"_s, u"2024-06-15"_s}, false);
     lists.selectMonthRecord(dates);
-    EXPECT_EQ(run(admin, QStringList{u"--csv"_s} + common + QStringList{u"list"_s, u"month"_s, u"2024-06"_s},
-                  &code),
-              textOf(lists.table(), true));
+    expectSame({u"list"_s, u"month"_s, u"2024-06"_s}, true);
     lists.startSearch(dates, u"NAME"_s, u"visitor1"_s);
     EXPECT_EQ(lists.table().listedCount(), 1);
-    EXPECT_EQ(run(admin, common + QStringList{u"search"_s, u"2024-06"_s, u"NAME"_s, u"visitor1"_s}, &code),
-              textOf(lists.table(), false));
-    const QString onsite = run(admin, QStringList{u"--csv"_s} + common + QStringList{u"onsite"_s}, &code);
-    EXPECT_EQ(code, 0);
-    EXPECT_TRUE(desk.folder.exists(u"Status/240615.vdf"_s));
+    expectSame({u"search"_s, u"2024-06"_s, u"NAME"_s, u"visitor1"_s}, false);
+    // The admin rebuilds today's status file first, as the desk does.
     lists.showDayStatus();
-    EXPECT_EQ(onsite, textOf(lists.table(), true));
-    EXPECT_TRUE(onsite.contains(u"\"Old, \"\"Pass\"\" Ltd\""_s)) << onsite.toStdString();
+    ASSERT_TRUE(QFile::remove(desk.folder.path(u"Status/240615.vdf"_s)));
+    EXPECT_TRUE(expectSame({u"onsite"_s}, true).contains(u"\"Old, \"\"Pass\"\" Ltd\""_s));
 
-    QString err;
-    EXPECT_EQ(run(admin, common + QStringList{u"list"_s, u"day"_s, u"2024-07-01"_s}, &code, &err), QString());
-    EXPECT_EQ(code, 1);
-    EXPECT_TRUE(err.contains(u"No Visitor Bookings for this DATE have been found"_s)) << err.toStdString();
-    run(admin, common + QStringList{u"list"_s, u"day"_s, u"15-06-2024"_s}, &code);
-    EXPECT_EQ(code, 2);
-    run(admin, common + QStringList{u"search"_s, u"2024-06"_s, u"SHOE SIZE"_s, u"x"_s}, &code);
-    EXPECT_EQ(code, 2);
+    const AdminRun none = admin({u"list"_s, u"day"_s, u"2024-07-01"_s});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.out, QString());
+    EXPECT_TRUE(none.err.contains(u"No Visitor Bookings for this DATE have been found"_s))
+        << none.err.toStdString();
+    EXPECT_EQ(admin({u"list"_s, u"day"_s, u"15-06-2024"_s}).status, 2);
+    EXPECT_EQ(admin({u"search"_s, u"2024-06"_s, u"SHOE SIZE"_s, u"x"_s}).status, 2);
 }
 
 } // namespace

@@ -33,6 +33,13 @@ struct ListsFixture : ::testing::Test {
             out.append(cell(r, c));
         return out;
     }
+    // A listed row's cells without their padding.
+    QStringList row(int r) const {
+        QStringList out;
+        for (int c = 0; c < lists.table().columnCount(); ++c)
+            out.append(cell(r, c).trimmed());
+        return out;
+    }
 };
 
 } // namespace porvane::test

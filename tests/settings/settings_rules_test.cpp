@@ -12,11 +12,11 @@
 
 using namespace porvane;
 using namespace porvane::test;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString kExtendedRefused =
-    QStringLiteral("Options Currently set Prohibit EXTENDED Characters in Passwords    ");
+const QString kExtendedRefused = u"Options Currently set Prohibit EXTENDED Characters in Passwords    "_s;
 
 Settings withPassword(const QString& password, const char* allowExtended) {
     Settings s;
@@ -26,76 +26,68 @@ Settings withPassword(const QString& password, const char* allowExtended) {
 }
 
 TEST(SettingsPasswordRules, typedPasswordMustMatchExactly_extendedCharactersOnlyWhenAllowed) {
-    const Settings plain = withPassword(QStringLiteral("PPP"), "0");
-    EXPECT_EQ(SettingsPassword::check(plain, QStringLiteral("PPP")), SettingsPassword::Check::Accepted);
-    EXPECT_EQ(SettingsPassword::check(plain, QStringLiteral("ppp")), SettingsPassword::Check::Wrong);
-    EXPECT_EQ(SettingsPassword::check(plain, QStringLiteral("PPP ")), SettingsPassword::Check::Wrong);
-    EXPECT_EQ(SettingsPassword::check(plain, QString()), SettingsPassword::Check::Wrong);
-    EXPECT_EQ(SettingsPassword::check(plain, QStringLiteral("PP\u00C9")),
-              SettingsPassword::Check::ExtendedRefused);
-    EXPECT_EQ(SettingsPassword::check(plain, QStringLiteral("P\tP")),
-              SettingsPassword::Check::ExtendedRefused);
+    using Check = SettingsPassword::Check;
+    const Settings plain = withPassword(u"PPP"_s, "0");
+    EXPECT_EQ(SettingsPassword::check(plain, u"PPP"_s), Check::Accepted);
+    for (const QString& typed : {u"ppp"_s, u"PPP "_s, QString()})
+        EXPECT_EQ(SettingsPassword::check(plain, typed), Check::Wrong) << typed.toStdString();
+    for (const QString& typed : {u"PP\u00C9"_s, u"P\tP"_s})
+        EXPECT_EQ(SettingsPassword::check(plain, typed), Check::ExtendedRefused) << typed.toStdString();
     EXPECT_EQ(SettingsPassword::extendedRefusedText(), kExtendedRefused);
 
     // A password that holds extended characters is refused while they are not allowed, even when typed right.
-    Settings accented = withPassword(QStringLiteral("Caf\u00E9"), "0");
-    EXPECT_EQ(SettingsPassword::check(accented, QStringLiteral("Caf\u00E9")),
-              SettingsPassword::Check::ExtendedRefused);
-    accented.ckAllowExtCiPW = QStringLiteral("1");
-    EXPECT_EQ(SettingsPassword::check(accented, QStringLiteral("Caf\u00E9")),
-              SettingsPassword::Check::Accepted);
-    EXPECT_EQ(SettingsPassword::check(accented, QStringLiteral("Cafe")), SettingsPassword::Check::Wrong);
+    Settings accented = withPassword(u"Caf\u00E9"_s, "0");
+    EXPECT_EQ(SettingsPassword::check(accented, u"Caf\u00E9"_s), Check::ExtendedRefused);
+    accented.ckAllowExtCiPW = u"1"_s;
+    EXPECT_EQ(SettingsPassword::check(accented, u"Caf\u00E9"_s), Check::Accepted);
+    EXPECT_EQ(SettingsPassword::check(accented, u"Cafe"_s), Check::Wrong);
 }
 
+// A new password must be repeated, and must read back from the file as it was typed: no blank at either
+// end (a trailing one is lost on reading), at most 64 characters, none the record cannot hold.
 TEST(SettingsPasswordRules, aNewPasswordMustBeRepeatedStorableAndReadBackTheSame) {
-    const Settings plain = withPassword(QStringLiteral("PPP"), "0");
-    const auto refusal = [&](const Settings& s, const QString& pw) {
+    const Settings plain = withPassword(u"PPP"_s, "0");
+    const Settings extended = withPassword(u"PPP"_s, "1");
+    const auto refusal = [](const Settings& s, const QString& pw) {
         return SettingsPassword::refusal(s, pw, pw);
     };
-    EXPECT_TRUE(refusal(plain, QStringLiteral("Gate-7 key")).isEmpty());
-    EXPECT_FALSE(SettingsPassword::refusal(plain, QStringLiteral("abc"), QStringLiteral("abd")).isEmpty());
-    EXPECT_FALSE(refusal(plain, QString()).isEmpty());
-    EXPECT_FALSE(refusal(plain, QStringLiteral("abc ")).isEmpty()) << "a trailing blank is lost on reading";
-    EXPECT_FALSE(refusal(plain, QStringLiteral(" abc")).isEmpty());
-    EXPECT_TRUE(refusal(plain, QString(64, u'x')).isEmpty());
-    EXPECT_FALSE(refusal(plain, QString(65, u'x')).isEmpty());
-    EXPECT_EQ(refusal(plain, QStringLiteral("Stra\u00DFe")), kExtendedRefused);
-    const Settings extended = withPassword(QStringLiteral("PPP"), "1");
-    EXPECT_TRUE(refusal(extended, QStringLiteral("Stra\u00DFe")).isEmpty());
-    EXPECT_FALSE(refusal(extended, QStringLiteral("\u041F\u0430\u0440\u043E\u043B\u044C")).isEmpty())
-        << "Cyrillic cannot be held by the settings record";
+    for (const QString& pw : {u"Gate-7 key"_s, QString(64, u'x')})
+        EXPECT_TRUE(refusal(plain, pw).isEmpty()) << pw.toStdString();
+    for (const QString& pw : {QString(), u"abc "_s, u" abc"_s, QString(65, u'x')})
+        EXPECT_FALSE(refusal(plain, pw).isEmpty()) << pw.toStdString();
+    EXPECT_FALSE(SettingsPassword::refusal(plain, u"abc"_s, u"abd"_s).isEmpty());
+    EXPECT_EQ(refusal(plain, u"Stra\u00DFe"_s), kExtendedRefused);
+    EXPECT_TRUE(refusal(extended, u"Stra\u00DFe"_s).isEmpty());
+    EXPECT_FALSE(refusal(extended, u"\u041F\u0430\u0440\u043E\u043B\u044C"_s).isEmpty()) << "Cyrillic";
 }
 
 TEST(DataFolderChecks, tellMissingFileReadOnlyAndIncompleteFoldersApart) {
     QTemporaryDir root;
     const QString base = root.path();
     using Status = DataFolderCheck::Status;
-    EXPECT_EQ(DataFolderCheck::of(QStringLiteral("Porvanedata")).status, Status::NotAbsolute);
+    EXPECT_EQ(DataFolderCheck::of(u"Porvanedata"_s).status, Status::NotAbsolute);
     EXPECT_EQ(DataFolderCheck::of(QString()).status, Status::NotAbsolute);
-    EXPECT_EQ(DataFolderCheck::of(base + QStringLiteral("/nowhere")).status, Status::Missing);
-    QFile file(base + QStringLiteral("/afile"));
+    EXPECT_EQ(DataFolderCheck::of(base + u"/nowhere"_s).status, Status::Missing);
+    QFile file(base + u"/afile"_s);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.close();
     EXPECT_EQ(DataFolderCheck::of(file.fileName()).status, Status::NotAFolder);
     // Not even root may make files in /proc.
-    EXPECT_EQ(DataFolderCheck::of(QStringLiteral("/proc")).status, Status::NotWritable);
+    EXPECT_EQ(DataFolderCheck::of(u"/proc"_s).status, Status::NotWritable);
 
-    ASSERT_TRUE(QDir(base).mkpath(QStringLiteral("data/Status")));
-    const QString data = base + QStringLiteral("/data");
+    ASSERT_TRUE(QDir(base).mkpath(u"data/Status"_s));
+    const QString data = base + u"/data"_s;
     const DataFolderCheck lacking = DataFolderCheck::of(data);
     EXPECT_EQ(lacking.status, Status::LacksSubfolders);
-    EXPECT_EQ(lacking.missingSubfolders, (QStringList{QStringLiteral("Record"), QStringLiteral("photo")}));
+    EXPECT_EQ(lacking.missingSubfolders, (QStringList{u"Record"_s, u"photo"_s}));
     EXPECT_FALSE(DataFolderCheck::createSubfolders(data, lacking.missingSubfolders));
     EXPECT_EQ(DataFolderCheck::of(data).status, Status::Ready);
-    QStringList left = QDir(data).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
-    left.sort();
-    EXPECT_EQ(left,
-              (QStringList{QStringLiteral("Record"), QStringLiteral("Status"), QStringLiteral("photo")}))
+    EXPECT_EQ(QDir(data).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name),
+              (QStringList{u"Record"_s, u"Status"_s, u"photo"_s}))
         << "the write test leaves nothing behind";
-    EXPECT_TRUE(DataFolderCheck::createSubfolders(file.fileName(), {QStringLiteral("Record")}));
-    EXPECT_EQ(DataFolderCheck::nearestExistingFolder(data + QStringLiteral("/not/yet/")), data);
+    EXPECT_TRUE(DataFolderCheck::createSubfolders(file.fileName(), {u"Record"_s}));
+    EXPECT_EQ(DataFolderCheck::nearestExistingFolder(data + u"/not/yet/"_s), data);
     EXPECT_EQ(DataFolderCheck::nearestExistingFolder(file.fileName()), base);
-    EXPECT_EQ(DataFolderCheck::nearestExistingFolder(QStringLiteral("relative/path")), QDir::rootPath());
+    EXPECT_EQ(DataFolderCheck::nearestExistingFolder(u"relative/path"_s), QDir::rootPath());
 }
 
 using SettingsEditorTest = SavedSettingsFixture;
@@ -103,16 +95,16 @@ using SettingsEditorTest = SavedSettingsFixture;
 TEST_F(SettingsEditorTest, onlyFolderAndOpeningOptionChangesNeedARestart) {
     const Settings before = state.settings;
     Settings after = before;
-    after.SiteName = QStringLiteral("Elsewhere");
-    after.ckMakeSysRdO = QStringLiteral("1");
+    after.SiteName = u"Elsewhere"_s;
+    after.ckMakeSysRdO = u"1"_s;
     EXPECT_FALSE(SettingsOptions::restartNeeded(before, after));
-    after.ckEnbl_RTC = QStringLiteral("0");
+    after.ckEnbl_RTC = u"0"_s;
     EXPECT_TRUE(SettingsOptions::restartNeeded(before, after));
 
     // The same data folder written with a closing slash is no change.
     SettingsEditor editor(state);
-    editor.edited().DataPath = desk.folder.dataPath() + QStringLiteral("/");
-    editor.edited().SiteName = QStringLiteral("  Harbour Works  ");
+    editor.edited().DataPath = desk.folder.dataPath() + u"/"_s;
+    editor.edited().SiteName = u"  Harbour Works  "_s;
     ASSERT_TRUE(editor.save());
     EXPECT_FALSE(state.SettingsRestartPending);
     EXPECT_EQ(state.settings.SiteName, u"Harbour Works");
@@ -125,32 +117,30 @@ TEST_F(SettingsEditorTest, aRefusedFolderOrPasswordOrFailedWriteLeavesFileAndDes
     QTemporaryDir other;
 
     SettingsEditor editor(state);
-    editor.edited().ckDisPassPrn = QStringLiteral("1");
-    editor.edited().DataPath = other.path() + QStringLiteral("/missing");
+    editor.edited().ckDisPassPrn = u"1"_s;
+    editor.edited().DataPath = other.path() + u"/missing"_s;
     EXPECT_FALSE(editor.save());
-    EXPECT_EQ(desk.prompter.last().text,
-              QStringLiteral("The folder %1 does not exist.").arg(editor.edited().DataPath));
+    EXPECT_EQ(desk.prompter.last().text, u"The folder %1 does not exist."_s.arg(editor.edited().DataPath));
 
     // Declining the offer to make Record, Status and photo keeps the folder out.
     editor.edited().DataPath = other.path();
     desk.prompter.queue(Answer::No);
     EXPECT_FALSE(editor.save());
-    EXPECT_TRUE(
-        desk.prompter.last().text.contains(QStringLiteral("has no Record, Status and photo folders")));
-    EXPECT_FALSE(QFileInfo::exists(other.path() + QStringLiteral("/Record")));
+    EXPECT_TRUE(desk.prompter.last().text.contains(u"has no Record, Status and photo folders"_s));
+    EXPECT_FALSE(QFileInfo::exists(other.path() + u"/Record"_s));
 
     editor.edited().DataPath = before.DataPath;
-    editor.setNewPassword(QStringLiteral("new"), QStringLiteral("neu"));
+    editor.setNewPassword(u"new"_s, u"neu"_s);
     EXPECT_FALSE(editor.save());
     EXPECT_EQ(settingsFile(), fileBefore);
     EXPECT_EQ(state.settings.ckDisPassPrn, u"0");
 
     // The settings folder replaced by a file: the write fails and the desk keeps its settings.
     editor.setNewPassword(QString(), QString());
-    ASSERT_TRUE(QDir(desk.folder.appPath() + QStringLiteral("_PSF")).removeRecursively());
-    desk.folder.write(QStringLiteral("../_PSF"), "not a folder");
+    ASSERT_TRUE(QDir(desk.folder.appPath() + u"_PSF"_s).removeRecursively());
+    desk.folder.write(u"../_PSF"_s, "not a folder");
     EXPECT_FALSE(editor.save());
-    EXPECT_TRUE(desk.prompter.last().text.startsWith(QStringLiteral("The settings could not be saved: ")));
+    EXPECT_TRUE(desk.prompter.last().text.startsWith(u"The settings could not be saved: "_s));
     EXPECT_EQ(state.settings.ckDisPassPrn, u"0");
     EXPECT_FALSE(state.SettingsRestartPending);
 }
