@@ -138,14 +138,59 @@ FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writ
     return file.commit();
 }
 
+QString appendNotePath(const QString& path) {
+    return path + u".appending"_s;
+}
+
+FileError cutInterruptedAppend(const QString& path) {
+    const QString notePath = appendNotePath(path);
+    QFile note(notePath);
+    if (!note.open(QIODevice::ReadOnly))
+        return {};
+    bool isSize = false;
+    const qint64 oldSize = note.readAll().trimmed().toLongLong(&isSize);
+    note.close();
+    QFile file(path);
+    if (isSize && file.open(QIODevice::ReadWrite | QIODevice::Unbuffered) && file.size() > oldSize) {
+        // Lines that were written whole are kept; only a tail without its line end is taken back.
+        char last = '\n';
+        if (file.seek(file.size() - 1) && file.read(&last, 1) == 1 && last != '\n') {
+            errno = 0;
+            if (!file.resize(oldSize) || ::fsync(file.handle()) != 0)
+                return FileError::fromErrno(errnoOr(EIO), path);
+        }
+    }
+    file.close();
+    errno = 0;
+    if (!QFile::remove(notePath) && QFileInfo::exists(notePath))
+        return FileError::fromErrno(errnoOr(EACCES), path);
+    return {};
+}
+
 FileError appendLine(const QString& path, QByteArrayView line, WritePath* writePath) {
     WritePath& out = writePath ? *writePath : realWritePath();
+    if (FileError error = cutInterruptedAppend(path))
+        return error;
     const bool created = !QFileInfo::exists(path);
     QFile file(path);
     errno = 0;
     if (!file.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::Unbuffered))
         return FileError::fromErrno(errnoOr(EACCES), path);
     const qint64 oldSize = file.size();
+    // A kill can stop the write of the line part-way, where nothing here can take it back; the note of the
+    // old length lets the next desk to write do that.
+    const QString notePath = appendNotePath(path);
+    QFile note(notePath);
+    errno = 0;
+    const QByteArray noted = QByteArray::number(oldSize);
+    if (!note.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered) ||
+        note.write(noted) != noted.size()) {
+        const FileError error = FileError::fromErrno(errnoOr(EIO), path);
+        note.close();
+        QFile::remove(notePath);
+        return error;
+    }
+    note.close();
     QByteArray bytes;
     bytes.reserve(line.size() + 4);
     if (oldSize > 0) {
@@ -167,9 +212,11 @@ FileError appendLine(const QString& path, QByteArrayView line, WritePath* writeP
         // Take back whatever part of the line reached the file.
         file.resize(oldSize);
         ::fsync(file.handle());
+        QFile::remove(notePath);
         return FileError::fromErrno(err, path);
     }
     file.close();
+    QFile::remove(notePath);
     if (created)
         syncFolder(path);
     return {};
@@ -199,6 +246,8 @@ FileError removeAllOrNone(const QStringList& paths) {
 FileError rewriteLines(const QString& path, const LineEdit& edit, bool* changed, WritePath* writePath) {
     if (changed)
         *changed = false;
+    if (FileError error = cutInterruptedAppend(path))
+        return error;
     QByteArray bytes;
     if (FileError error = readWholeFile(path, bytes))
         return error;

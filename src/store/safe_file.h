@@ -39,8 +39,13 @@ inline constexpr QByteArrayView kLineEnd("\r\n");
 
 // Appends one line and CR LF, creating the file when missing (its folder must exist). A last line without a
 // line end (a torn tail) is ended first so the new line never joins it. On failure the file is cut back to
-// its old length.
+// its old length. While the line is written, PATH.appending beside the file notes the old length.
 FileError appendLine(const QString& path, QByteArrayView line, WritePath* writePath = nullptr);
+
+// Finishes the append of a writer killed part-way: with its note beside the file, a tail without a line end
+// past the noted length is cut off, and the note removed. Called under the data folder's lock before every
+// change of a month file.
+FileError cutInterruptedAppend(const QString& path);
 
 // Reads the file fresh and hands each line (without its line end; CR LF, LF and a missing last line end are
 // all accepted) to edit, which appends to out what takes its place, each line ended by CR LF, or nothing to

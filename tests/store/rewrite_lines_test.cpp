@@ -92,3 +92,32 @@ TEST_F(RewriteLinesTest, aWriteFailingInAnyPiece_leavesTheOldFileAsItWas) {
         EXPECT_EQ(QDir(folder.path(u"Record"_s)).entryList(QDir::Files), QStringList{u"2403.vrf"_s});
     }
 }
+
+TEST_F(RewriteLinesTest, anAppendKilledPartWay_isTakenBackByTheNextChange_butWholeLinesStay) {
+    const QByteArray old = numberedLines(3, 20);
+    struct Case {
+        const char* what;
+        QByteArray leftBehind;
+        QByteArray expected;
+    };
+    const Case cases[] = {
+        {"part of a line", "torn-li", old + "appended\r\n"},
+        {"a whole line", "whole-line\r\n", old + "whole-line\r\nappended\r\n"},
+        {"nothing yet", "", old + "appended\r\n"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        folder.write(u"Record/2403.vrf"_s, old + c.leftBehind);
+        folder.write(u"Record/2403.vrf.appending"_s, QByteArray::number(old.size()));
+        ASSERT_FALSE(appendLine(file, "appended"));
+        EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), c.expected);
+        EXPECT_FALSE(folder.exists(u"Record/2403.vrf.appending"_s));
+    }
+    // An update after the kill sees the month without the torn part too.
+    folder.write(u"Record/2403.vrf"_s, old + "torn");
+    folder.write(u"Record/2403.vrf.appending"_s, QByteArray::number(old.size()));
+    bool changed = false;
+    ASSERT_FALSE(rewrite(1, 3, &changed));
+    EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), old.first(22) + "changed\r\n" + old.sliced(44));
+    EXPECT_FALSE(folder.exists(u"Record/2403.vrf.appending"_s));
+}
