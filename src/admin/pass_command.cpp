@@ -2,8 +2,8 @@
 
 #include "passes/pass_issue.h"
 #include "passes/pass_layout.h"
-#include "store/line_reader.h"
-#include "store/record_line.h"
+#include "store/data_paths.h"
+#include "store/record_store.h"
 
 #include <QPdfWriter>
 #include <QPrinter>
@@ -32,22 +32,15 @@ QString printTo(const QString& pdf, const PassContent& content) {
 } // namespace
 
 FileError loadBooking(AppState& state, const QString& regNo) {
-    const QString file =
-        state.dataPath() + QStringLiteral("Record/") + regNo.left(4) + QStringLiteral(".vrf");
-    LineReader reader(file);
-    const QByteArray key = regNo.toLatin1();
-    QByteArrayView bytes;
-    while (reader.next(bytes)) {
-        const RecordLine line(bytes);
-        if (!line.hasRegNo(key))
-            continue;
-        decodeRecordLine(line, state.record);
+    FileError error;
+    if (readBookingLine(state.dataPath(), regNo, state.record, error)) {
         state.record.MarkRecordSaved();
         return {};
     }
-    if (reader.error())
-        return reader.error();
-    return {FileError::FileNotFound, QStringLiteral("Booking %1 not found in %2").arg(regNo, file)};
+    if (error)
+        return error;
+    return {FileError::FileNotFound, QStringLiteral("Booking %1 not found in %2")
+                                         .arg(regNo, monthFilePath(state.dataPath(), regNo.left(4)))};
 }
 
 int runPassCommand(CommandContext& context) {

@@ -4,9 +4,7 @@
 #include "desk/email_check.h"
 #include "photos/photo_paths.h"
 #include "store/day_status.h"
-#include "store/line_reader.h"
-#include "store/record_line.h"
-#include "store/windows1252.h"
+#include "store/record_store.h"
 
 #include <QFileInfo>
 
@@ -486,23 +484,15 @@ void BookingEditor::openRow(const QString& regNo) {
 }
 
 bool BookingEditor::readBooking(const QString& regNo) {
-    LineReader reader(m_state.dataPath() + QStringLiteral("Record/") + regNo.left(4) +
-                      QStringLiteral(".vrf"));
-    const QByteArray key = toWindows1252(regNo);
-    QByteArrayView bytes;
-    while (reader.next(bytes)) {
-        const RecordLine line(bytes);
-        if (line.hasRegNo(key)) {
-            decodeRecordLine(line, m_state.record);
-            return true;
-        }
-    }
+    FileError error;
+    if (readBookingLine(m_state.dataPath(), regNo, m_state.record, error))
+        return true;
     // A month file that cannot be read stops the opening; a booking that is no longer in a readable file
     // leaves the record as it was, shown as saved.
-    if (reader.error()) {
+    if (error) {
         m_state.prompter.tell(plainTitle(),
-                              tr("The booking could not be opened: ") + reader.error().text +
-                                  tr(" (error %1).").arg(reader.error().number),
+                              tr("The booking could not be opened: ") + error.text +
+                                  tr(" (error %1).").arg(error.number),
                               Icon::Exclamation);
         return false;
     }

@@ -2,6 +2,7 @@
 
 #include "photos/photo_files.h"
 #include "photos/photo_paths.h"
+#include "store/data_paths.h"
 #include "store/line_reader.h"
 #include "store/record_line.h"
 
@@ -30,7 +31,7 @@ template <typename Keep> QList<PhotoRow> PhotoManager::scan(const QStringList& m
     const QDateTime now = m_state.clock.now();
     for (const QString& month : months) {
         // A month with no bookings has no file; listing takes no lock and reads what is there.
-        LineReader reader(m_state.dataPath() + QStringLiteral("Record/") + month + QStringLiteral(".vrf"));
+        LineReader reader(monthFilePath(m_state.dataPath(), month));
         QByteArrayView bytes;
         while (reader.next(bytes)) {
             const RecordLine line(bytes);

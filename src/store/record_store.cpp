@@ -3,6 +3,7 @@
 #include "photos/photo_paths.h"
 #include "store/data_lock.h"
 #include "store/data_paths.h"
+#include "store/line_reader.h"
 #include "store/record_line.h"
 #include "store/safe_file.h"
 #include "store/windows1252.h"
@@ -40,6 +41,21 @@ void deletePhotos(const QString& dataPath, const QString& regNo, const QString& 
 }
 
 } // namespace
+
+bool readBookingLine(const QString& dataPath, const QString& regNo, CurrentRecord& record, FileError& error) {
+    LineReader reader(monthFilePath(dataPath, regNo.left(4)));
+    const QByteArray key = toWindows1252(regNo);
+    QByteArrayView bytes;
+    while (reader.next(bytes)) {
+        const RecordLine line(bytes);
+        if (line.hasRegNo(key)) {
+            decodeRecordLine(line, record);
+            return true;
+        }
+    }
+    error = reader.error();
+    return false;
+}
 
 QString makeRegNo(const QDateTime& now, const QString& bookingYymm) {
     QString regNo = now.toString(u"yyMMddhhmmss"_s);

@@ -33,6 +33,10 @@ struct StoreResult {
 // booking month "yymm". A booking made on 14 Nov 2026 at 10:05:07 for March 2024 gets 240314100507.
 QString makeRegNo(const QDateTime& now, const QString& bookingYymm);
 
+// Finds the booking's line in its month file and decodes it into record; false when it is not there. A month
+// file that cannot be read leaves error set. Takes no lock: a read always sees one whole version of the file.
+bool readBookingLine(const QString& dataPath, const QString& regNo, CurrentRecord& record, FileError& error);
+
 // Saves, updates and deletes the current record's line in its month file <data>/Record/<yymm>.vrf. Every
 // change is made under the data folder's lock, from a fresh read, and replaces the file atomically.
 class RecordStore {
