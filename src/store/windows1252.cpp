@@ -1,5 +1,6 @@
 #include "store/windows1252.h"
 
+#include <algorithm>
 #include <array>
 
 namespace porvane {
@@ -12,13 +13,20 @@ constexpr std::array<char16_t, 32> kHighControls{
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
 };
 
-char encodeOne(char16_t c) {
+constexpr int kNoByte = -1;
+
+int byteOf(char16_t c) {
     if (c < 0x80 || (c >= 0xA0 && c <= 0xFF))
-        return char(c);
+        return c;
     for (std::size_t i = 0; i < kHighControls.size(); ++i)
         if (kHighControls[i] == c)
-            return char(0x80 + i);
-    return '?';
+            return int(0x80 + i);
+    return kNoByte;
+}
+
+char encodeOne(char16_t c) {
+    const int b = byteOf(c);
+    return b == kNoByte ? '?' : char(b);
 }
 
 } // namespace
@@ -45,6 +53,10 @@ QByteArray toWindows1252(QStringView text) {
     }
     bytes.truncate(out - bytes.constData());
     return bytes;
+}
+
+bool fitsWindows1252(QStringView text) {
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return byteOf(c.unicode()) != kNoByte; });
 }
 
 } // namespace porvane

@@ -11,5 +11,8 @@ namespace porvane {
 QString fromWindows1252(QByteArrayView bytes);
 // A character that Windows-1252 cannot hold is written as "?".
 QByteArray toWindows1252(QStringView text);
+// True when every character of text has a Windows-1252 byte, so that it can be stored and searched for as
+// typed; a text that fails would be stored, and matched, as "?".
+bool fitsWindows1252(QStringView text);
 
 } // namespace porvane
