@@ -113,7 +113,7 @@ void BM_Append(benchmark::State& state) {
     RecordStore store(desk.state);
     for (auto _ : state) {
         fillBenchBooking(desk.state.record, {}, QStringLiteral("append"));
-        if (!store.SaveNewRecord(month.yymm).ok())
+        if (!store.SaveNewRecord(desk.state.record, month.yymm).ok())
             state.SkipWithError("the save failed");
         state.PauseTiming();
         QFile::resize(month.file, month.size); // every save finds the file at the same length
@@ -133,7 +133,7 @@ void BM_Update(benchmark::State& state) {
     for (auto _ : state) {
         // A different note each time, so that every update writes.
         fillBenchBooking(desk.state.record, regNo, QString::number(++turn));
-        if (!store.UpdateRecord(month.yymm, regNo).ok())
+        if (!store.UpdateRecord(desk.state.record, month.yymm, regNo).ok())
             state.SkipWithError("the update failed");
     }
 }

@@ -24,7 +24,8 @@ int main(int argc, char* argv[]) {
     bench::fillBenchBooking(desk.state.record, update ? args[4] : QString(),
                             QString::number(QDateTime::currentMSecsSinceEpoch()));
     RecordStore store(desk.state);
-    const StoreResult result = save ? store.SaveNewRecord(args[2]) : store.UpdateRecord(args[2], args[4]);
+    const StoreResult result = save ? store.SaveNewRecord(desk.state.record, args[2])
+                                    : store.UpdateRecord(desk.state.record, args[2], args[4]);
     if (!result.ok()) {
         QTextStream(stderr) << "porvane-bench-store: " << result.error.text << '\n';
         return 1;

@@ -49,8 +49,6 @@ public:
     UrlOpener* urlOpener = nullptr;
 
     CurrentRecord record;
-    bool RecordChanged = false;
-    bool TimesChanged = false;
     bool RemovePassRequested = false;
     bool PassWindowChanged = false;
     bool SettingsRestartPending = false;

@@ -40,8 +40,9 @@ TimeEntry parseTimeEntry(const QString& typed) {
     return {TimeEntry::Outcome::InvalidTime, QString()};
 }
 
-BookedTimes::BookedTimes(AppState& state)
-    : m_state(state) {}
+BookedTimes::BookedTimes(AppState& state, OpenBooking& booking)
+    : m_state(state)
+    , m_booking(booking) {}
 
 void BookedTimes::setMonth(int year, int month) {
     const QDate first(year, month, 1);
@@ -50,10 +51,6 @@ void BookedTimes::setMonth(int year, int month) {
     m_year = year;
     m_month = month;
     m_days = first.daysInMonth();
-    for (int k = m_days; k < int(m_cells.size()); ++k) {
-        m_cells[std::size_t(k)].clear();
-        m_red[std::size_t(k)] = false;
-    }
     if (m_row > m_days)
         m_row = 0;
 }
@@ -67,7 +64,12 @@ QString BookedTimes::dayLabel(int day) const {
 }
 
 QString BookedTimes::cell(int day) const {
-    return isDayRow(day) ? m_cells[std::size_t(day - 1)] : QString();
+    if (!isDayRow(day))
+        return {};
+    if (!m_typed[std::size_t(day - 1)].isEmpty())
+        return m_typed[std::size_t(day - 1)];
+    const QString stored = m_booking.time(day);
+    return stored.trimmed().isEmpty() ? stored : stored.left(2) + u':' + stored.right(2);
 }
 
 bool BookedTimes::isMarkedRed(int day) const {
@@ -84,29 +86,32 @@ void BookedTimes::setCurrentCell(int row, int column) {
     setHelpContext(m_state, DeskAction::BookedTimes);
 }
 
-void BookedTimes::setCellText(int day, const QString& text) {
-    if (!isDayRow(day))
-        return;
-    m_cells[std::size_t(day - 1)] = text;
-    if (!text.trimmed().isEmpty())
+// A cell is stored as its first two and last two characters: "09:30" is kept as "0930".
+void BookedTimes::setDayTime(int day, const QString& text) {
+    const QString t = text.trimmed();
+    m_typed[std::size_t(day - 1)].clear();
+    if (!t.isEmpty())
         m_red[std::size_t(day - 1)] = false;
+    m_booking.setTime(day, t.isEmpty() ? QString() : t.left(2) + t.right(2));
 }
 
-void BookedTimes::validateCell(int day) {
+void BookedTimes::enterCell(int day, const QString& typed) {
     if (!isDayRow(day))
         return;
-    QString& cellText = m_cells[std::size_t(day - 1)];
-    const TimeEntry entry = parseTimeEntry(cellText);
+    const TimeEntry entry = parseTimeEntry(typed);
     switch (entry.outcome) {
     case TimeEntry::Outcome::Accepted:
-        cellText = entry.text;
+        if (entry.text != cell(day))
+            setDayTime(day, entry.text);
         break;
     case TimeEntry::Outcome::IncorrectFormat:
         m_state.prompter.tell(title(), tr("Can't Enter This:  Incorrect Time Format"), Icon::Exclamation);
+        setDayTime(day, typed);
+        m_typed[std::size_t(day - 1)] = typed;
         break;
     case TimeEntry::Outcome::InvalidTime:
         m_state.prompter.tell(title(), tr("Can't Enter This:  Invalid Time Format"), Icon::Exclamation);
-        cellText.clear();
+        setDayTime(day, QString());
         m_red[std::size_t(day - 1)] = true;
         break;
     }
@@ -124,12 +129,17 @@ BookedTimes::KeyResult BookedTimes::keyPress(QChar key) {
     }
     static const QString kTimeKeys = QStringLiteral("\b*,./:;\\");
     if (key.isDigit() || kTimeKeys.contains(key))
-        m_state.TimesChanged = true;
+        m_booking.touchTimes();
     return KeyResult::ToCell;
 }
 
 void BookedTimes::deleteKey() {
-    m_state.TimesChanged = true;
+    if (readOnly())
+        return;
+    if (m_column != 0 && isDayRow(m_row))
+        setDayTime(m_row, QString());
+    else
+        m_booking.touchTimes();
 }
 
 void BookedTimes::cmdADD() {
@@ -145,28 +155,24 @@ void BookedTimes::cmdADD() {
     if (isGrey(m_row))
         return;
     if (m_column != 0)
-        setCellText(m_row, m_timeText);
-    m_state.TimesChanged = true;
+        setDayTime(m_row, m_timeText);
+    else
+        m_booking.touchTimes();
 }
 
 void BookedTimes::cmdSUB() {
     if (readOnly())
         return;
     setHelpContext(m_state, DeskAction::BookedTimes);
-    if (m_column != 0 && isDayRow(m_row)) {
-        m_cells[std::size_t(m_row - 1)].clear();
-        m_state.TimesChanged = true;
-    }
+    if (m_column != 0 && isDayRow(m_row))
+        setDayTime(m_row, QString());
 }
 
 void BookedTimes::cmdCLEARAll() {
     if (readOnly())
         return;
-    for (int day = 1; day <= m_days; ++day) {
-        m_cells[std::size_t(day - 1)].clear();
-        m_red[std::size_t(day - 1)] = false;
-    }
-    m_state.TimesChanged = true;
+    forgetMarks();
+    m_booking.clearTimes();
 }
 
 QStringList BookedTimes::timeListItems() {
@@ -184,34 +190,16 @@ void BookedTimes::chooseTime(const QString& text) {
     m_timeCaption = tr("Select");
 }
 
-void BookedTimes::showTimes() {
-    const auto& times = m_state.record.bookedTimes();
-    for (int day = 1; day <= int(m_cells.size()); ++day) {
-        const QString stored = times[std::size_t(day - 1)];
-        m_red[std::size_t(day - 1)] = false;
-        if (day > m_days)
-            m_cells[std::size_t(day - 1)].clear();
-        else
-            m_cells[std::size_t(day - 1)] =
-                stored.trimmed().isEmpty() ? stored : stored.left(2) + u':' + stored.right(2);
-    }
-    m_state.record.MarkRecordSaved();
-    m_state.TimesChanged = false;
+void BookedTimes::forgetMarks() {
+    m_typed.fill(QString());
+    m_red.fill(false);
 }
 
 int BookedTimes::lastBookedDay() const {
     for (int day = m_days; day >= 1; --day)
-        if (!m_cells[std::size_t(day - 1)].trimmed().isEmpty())
+        if (!m_booking.time(day).trimmed().isEmpty())
             return day;
     return 0;
-}
-
-void BookedTimes::takeTimes() const {
-    auto& times = m_state.record.bookedTimes();
-    for (std::size_t k = 0; k < times.size(); ++k) {
-        const QString text = k < m_cells.size() && int(k) < m_days ? m_cells[k].trimmed() : QString();
-        times[k] = text.isEmpty() ? QString() : text.left(2) + text.right(2);
-    }
 }
 
 } // namespace porvane

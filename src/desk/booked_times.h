@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/app_state.h"
+#include "desk/open_booking.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -35,9 +36,11 @@ class BookedTimes {
 public:
     enum class KeyResult { ToCell, Consumed };
 
-    explicit BookedTimes(AppState& state);
+    // The times themselves live in the booking; this keeps only what the grid adds to them: its month, its
+    // current cell, a cell left as typed and the cells marked red.
+    BookedTimes(AppState& state, OpenBooking& booking);
 
-    // The month shown decides the rows; cells past its last day are emptied (they could not be stored).
+    // The month shown decides the rows.
     void setMonth(int year, int month);
     int year() const { return m_year; }
     int month() const { return m_month; }
@@ -47,7 +50,7 @@ public:
     static QString timeHeading() { return tr("Time"); }
     // Column 0 of a day row, for example "03 Tue".
     QString dayLabel(int day) const;
-    // Column 1 of a day row (day 1..dayCount()).
+    // Column 1 of a day row (day 1..dayCount()): the booked time as "hh:mm", or a text left as typed.
     QString cell(int day) const;
     bool isMarkedRed(int day) const;
     bool isGrey(int day) const;
@@ -59,15 +62,13 @@ public:
     int currentRow() const { return m_row; }
     int currentColumn() const { return m_column; }
 
-    // The text the cell editor holds for a day; typed keys already reported through keyPress().
-    void setCellText(int day, const QString& text);
-    // The grammar on a day's cell when the grid reports that its edit is finished.
-    void validateCell(int day);
+    // A day's cell edit is finished: the time grammar decides what the booking keeps.
+    void enterCell(int day, const QString& typed);
 
-    // A key typed in the grid. Time characters set TimesChanged and go to the cell; Ctrl+T (code 20) and
-    // "+" act as ADD, "-" as SUB, and those are not typed into the cell.
+    // A key typed in the grid. Time characters mark the times edited and go to the cell; Ctrl+T (code 20)
+    // and "+" act as ADD, "-" as SUB, and those are not typed into the cell.
     KeyResult keyPress(QChar key);
-    // The Delete key (key-down code 46).
+    // The Delete key empties the current cell.
     void deleteKey();
 
     void cmdADD();
@@ -81,24 +82,24 @@ public:
     // The caption beside the time list: "Select" once a time has been chosen.
     const QString& timeCaption() const { return m_timeCaption; }
 
-    // Fills the cells from the current record's times and makes its saved copies equal.
-    void showTimes();
+    // Another booking is shown: cells typed or marked for the last one go.
+    void forgetMarks();
     // The last day that holds a time (the grid scrolls to it); 0 when none.
     int lastBookedDay() const;
-    // Writes the cells back into the current record as "hhmm" (first two and last two characters).
-    void takeTimes() const;
 
 private:
     bool readOnly() const { return m_state.settings.ReadOnlyMode(); }
     bool isDayRow(int day) const { return day >= 1 && day <= m_days; }
+    void setDayTime(int day, const QString& hhmm);
 
     AppState& m_state;
+    OpenBooking& m_booking;
     int m_year = 2010;
     int m_month = 1;
     int m_days = 31;
     int m_row = 0;
     int m_column = 1;
-    std::array<QString, 31> m_cells;
+    std::array<QString, 31> m_typed; // a cell left as typed after "Incorrect Time Format"
     std::array<bool, 31> m_red{};
     QString m_timeText;
     QString m_timeCaption;

@@ -5,9 +5,8 @@
 
 namespace porvane {
 
-BookedTimesModel::BookedTimesModel(AppState& state, BookedTimes& times, QObject* parent)
+BookedTimesModel::BookedTimesModel(BookedTimes& times, QObject* parent)
     : QAbstractTableModel(parent)
-    , m_state(state)
     , m_times(times) {}
 
 int BookedTimesModel::rowCount(const QModelIndex& parent) const {
@@ -53,19 +52,20 @@ Qt::ItemFlags BookedTimesModel::flags(const QModelIndex& index) const {
 bool BookedTimesModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (role != Qt::EditRole || index.column() != 1)
         return false;
-    const int day = index.row() + 1;
-    // An edit typed in the cell's editor changes the times just as keys typed into the grid do.
-    if (value.toString() != m_times.cell(day))
-        m_state.TimesChanged = true;
-    m_times.setCellText(day, value.toString());
-    m_times.validateCell(day);
-    emit dataChanged(this->index(index.row(), 0), this->index(index.row(), 1));
+    m_times.enterCell(index.row() + 1, value.toString());
+    // A message may have marked or emptied the cell; the booking's signal repaints the rest.
+    emit dataChanged(this->index(index.row(), 1), this->index(index.row(), 1));
     return true;
 }
 
 void BookedTimesModel::reload() {
     beginResetModel();
     endResetModel();
+}
+
+void BookedTimesModel::cellsChanged() {
+    if (rowCount() > 0)
+        emit dataChanged(index(0, 1), index(rowCount() - 1, 1));
 }
 
 } // namespace porvane

@@ -12,7 +12,7 @@ class BookedTimesModel final : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    BookedTimesModel(AppState& state, BookedTimes& times, QObject* parent = nullptr);
+    BookedTimesModel(BookedTimes& times, QObject* parent = nullptr);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -21,11 +21,12 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
-    // The logic changed the cells (month, record shown, ADD, SUB, CLEAR All).
+    // The month shown changed: the rows are laid out again.
     void reload();
+    // The times changed: the cells are repainted, and the grid keeps its current cell and scroll position.
+    void cellsChanged();
 
 private:
-    AppState& m_state;
     BookedTimes& m_times;
 };
 

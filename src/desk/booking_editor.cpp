@@ -5,6 +5,7 @@
 #include "photos/photo_paths.h"
 #include "store/day_status.h"
 #include "store/record_store.h"
+#include "store/windows1252.h"
 
 #include <QFileInfo>
 
@@ -75,24 +76,22 @@ QString BookingEditor::controlName(Field field) {
     }
 }
 
-BookingEditor::BookingEditor(AppState& state, DateSelection& dates, BookedTimes& times, BookingStore& store)
+BookingEditor::BookingEditor(AppState& state, OpenBooking& booking, DateSelection& dates, BookedTimes& times,
+                             BookingStore& store)
     : m_state(state)
+    , m_booking(booking)
     , m_dates(dates)
     , m_times(times)
     , m_store(store) {
-    siteTimes = [this](const QString& regNo) {
-        const SiteTimes times = readSiteTimes(m_state.dataPath(), m_state.clock.today(), regNo);
-        return std::pair{times.arrival, times.departure};
-    };
-    fillBoxes();
+    showLabels();
 }
 
 // ---------------------------------------------------------------- typing
 
-bool BookingEditor::nameKeyAccepted(QChar key) {
-    const char16_t c = key.unicode();
-    return c == u'\b' || c == u'\t' || c == u' ' || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') ||
-           c == u'-' || c == u'.';
+bool BookingEditor::nameCharAccepted(QChar c) {
+    if (c == u' ' || c == u'-' || c == u'.' || c == u'\'')
+        return true;
+    return c.isLetter() && fitsWindows1252(QStringView(&c, 1));
 }
 
 void BookingEditor::setBoxText(Field field, const QString& text) {
@@ -105,16 +104,12 @@ void BookingEditor::setBoxText(Field field, const QString& text) {
             value.clear();
         } else if (const auto split = splitFirstName(value)) {
             value = split->first;
-            m_view.box[std::size_t(Field::LastName)] = split->last;
-            m_state.record[Field::LastName] = split->last;
+            m_booking.setField(Field::LastName, split->last);
             m_view.focus = Focus::LastName;
             m_view.caret = int(split->last.size());
         }
     }
-    m_view.box[std::size_t(field)] = value;
-    m_state.record[field] = value;
-    if (field == Field::RegNo)
-        m_view.regNoBackground = value.trimmed().isEmpty() ? editor_colour::kEmpty : editor_colour::kFilled;
+    m_booking.setField(field, value);
 }
 
 void BookingEditor::toggleGender() {
@@ -155,16 +150,32 @@ bool BookingEditor::bookingOpen() const {
     return digits > 0 && text.left(digits).toULongLong() > 0;
 }
 
+QColor BookingEditor::regNoBackground() const {
+    return box(Field::RegNo).trimmed().isEmpty() ? editor_colour::kEmpty : editor_colour::kFilled;
+}
+
+QString BookingEditor::bookingMonthText() const {
+    if (!bookingMonthDiffers())
+        return m_dates.monthText() + u' ' + m_dates.yearText();
+    const QString regNo = m_booking.regNo();
+    return DateSelection::monthItems().value(regNo.mid(2, 2).toInt() - 1) + QStringLiteral(" 20") +
+           regNo.left(2);
+}
+
+bool BookingEditor::bookingMonthDiffers() const {
+    return bookingOpen() && m_booking.regNo().left(4) != m_dates.bookingMonth();
+}
+
 QString BookingEditor::bookingTitle() const {
-    return QStringLiteral("Porvane 90 [ ") + m_state.record[Field::RegNo] + QStringLiteral(" ]");
+    return QStringLiteral("Porvane 90 [ ") + m_booking[Field::RegNo] + QStringLiteral(" ]");
 }
 
 QString BookingEditor::firstUpper() const {
-    return m_state.record[Field::FirstName].trimmed().toUpper();
+    return m_booking[Field::FirstName].trimmed().toUpper();
 }
 
 QString BookingEditor::lastUpper() const {
-    return m_state.record[Field::LastName].trimmed().toUpper();
+    return m_booking[Field::LastName].trimmed().toUpper();
 }
 
 Answer BookingEditor::ask(const QString& text, Buttons buttons, Icon icon) {
@@ -174,29 +185,26 @@ Answer BookingEditor::ask(const QString& text, Buttons buttons, Icon icon) {
 // ---------------------------------------------------------------- the save decision
 
 bool BookingEditor::saveDecision(Op op) {
-    m_state.RecordChanged = m_state.record.TestRecordChanged();
-    if (m_state.RecordChanged) {
-        if (op != Op::Save) {
-            const QString question =
-                tr("The current booking for ") + firstUpper() + u' ' + lastUpper() + tr(" has changed.") +
-                kCrLf + (op == Op::Close ? tr("Save it before you close? ") : tr("Do you wish to save it? "));
-            const Answer a = ask(question, Buttons::YesNoCancel, Icon::Question);
-            if (a == Answer::Cancel)
-                return false;
-            if (a == Answer::Yes && !saveRecordStep(op))
-                return false;
-        } else {
+    if (m_booking.changed()) {
+        if (op == Op::Save)
             return saveRecordStep(op);
-        }
+        const QString question =
+            tr("The current booking for ") + firstUpper() + u' ' + lastUpper() + tr(" has changed.") + kCrLf +
+            (op == Op::Close ? tr("Save it before you close? ") : tr("Do you wish to save it? "));
+        const Answer a = ask(question, Buttons::YesNoCancel, Icon::Question);
+        if (a == Answer::Cancel)
+            return false;
+        if (a == Answer::Yes && !saveRecordStep(op))
+            return false;
     }
-    if (m_state.TimesChanged)
+    if (m_booking.timesEdited())
         return saveTimesStep(op);
     return true;
 }
 
 bool BookingEditor::saveRecordStep(Op op) {
-    m_state.TimesChanged = false;
-    const CurrentRecord& r = m_state.record;
+    m_booking.settleTimes();
+    const CurrentRecord& r = m_booking.record();
     if (r[Field::FirstName] == r.saved(Field::FirstName) && r[Field::LastName] == r.saved(Field::LastName))
         return overwrite();
     // A renamed booking is saved beside the old person's booking, never over it.
@@ -207,12 +215,12 @@ bool BookingEditor::saveRecordStep(Op op) {
     if (op != Op::Close)
         m_state.prompter.tell(bookingTitle(),
                               tr("Porvane has created a New Record for ") + first + u' ' + last,
-                              op == Op::New ? Icon::Exclamation : Icon::Information);
+                              op == Op::New || op == Op::Pass ? Icon::Exclamation : Icon::Information);
     return true;
 }
 
 bool BookingEditor::saveTimesStep(Op op) {
-    const QString regNo = m_state.record[Field::RegNo];
+    const QString regNo = m_booking[Field::RegNo];
     const QString head =
         tr("Booked times for ") + firstUpper() + u' ' + lastUpper() + tr(" have changed.") + kCrLf;
     const bool otherMonth =
@@ -239,9 +247,15 @@ bool BookingEditor::saveTimesStep(Op op) {
 }
 
 bool BookingEditor::reportResult(const StoreResult& result, const QString& what) {
-    // A refusal has already been shown by the store.
-    if (result.status != StoreResult::Status::FileFailed)
-        return result.ok();
+    switch (result.status) {
+    case StoreResult::Status::Ok:
+        return true;
+    case StoreResult::Status::Refused:
+        m_state.prompter.tell(plainTitle(), result.error.text, Icon::Exclamation);
+        return false;
+    case StoreResult::Status::FileFailed:
+        break;
+    }
     m_state.prompter.tell(plainTitle(),
                           what + result.error.text + tr(" (error %1).").arg(result.error.number) + kCrLf +
                               tr("The booking is still in the editor."),
@@ -249,11 +263,12 @@ bool BookingEditor::reportResult(const StoreResult& result, const QString& what)
     return false;
 }
 
-bool BookingEditor::saveAsNew() {
-    m_times.takeTimes();
-    if (!reportResult(m_store.saveNew(m_dates.bookingMonth()), tr("The booking could not be saved: ")))
+bool BookingEditor::saveAsNew(const QString& bookingYymm) {
+    const StoreResult result = m_store.saveNew(m_booking.record(), bookingYymm);
+    if (!reportResult(result, tr("The booking could not be saved: ")))
         return false;
-    m_state.showResultInTitle(tr("Record ") + m_state.record[Field::RegNo] + tr(" SAVED"));
+    m_booking.setField(Field::RegNo, result.regNo);
+    m_state.showResultInTitle(tr("Record ") + result.regNo + tr(" SAVED"));
     afterSave();
     return true;
 }
@@ -264,21 +279,19 @@ QString BookingEditor::bookingFileMonth() const {
 }
 
 bool BookingEditor::overwrite() {
-    m_times.takeTimes();
     const QString regNo = box(Field::RegNo).trimmed();
-    if (!reportResult(m_store.update(bookingFileMonth(), regNo), tr("The booking could not be saved: ")))
+    if (!reportResult(m_store.update(m_booking.record(), bookingFileMonth(), regNo),
+                      tr("The booking could not be saved: ")))
         return false;
-    m_state.showResultInTitle(tr("Record ") + m_state.record[Field::RegNo] + tr(" UPDATED"));
+    m_state.showResultInTitle(tr("Record ") + m_booking[Field::RegNo] + tr(" UPDATED"));
     afterSave();
     return true;
 }
 
 void BookingEditor::afterSave() {
-    m_state.record.MarkRecordSaved();
-    m_state.RecordChanged = false;
-    m_state.TimesChanged = false;
-    NewBookingPending = false;
-    showRecord();
+    m_booking.markSaved();
+    showBookingMonth();
+    showLabels();
     if (refreshList)
         refreshList();
 }
@@ -293,13 +306,9 @@ void BookingEditor::cmdSAVE() {
         m_state.prompter.tell(plainTitle(), fault, Icon::Exclamation);
         return;
     }
-    m_state.RecordChanged = m_state.record.TestRecordChanged();
-    if (NewBookingPending) {
-        NewBookingPending = false;
-        if (!saveAsNew()) {
-            NewBookingPending = true;
+    if (m_booking.newPending()) {
+        if (!saveAsNew())
             return;
-        }
         m_state.prompter.tell(plainTitle(),
                               tr("New Booking made for ") + firstUpper() + u' ' + lastUpper() + tr(" in ") +
                                   m_dates.monthText() + u' ' + m_dates.yearText() + tr(" Ok"),
@@ -308,7 +317,7 @@ void BookingEditor::cmdSAVE() {
     }
     if (!bookingOpen())
         return;
-    if (m_state.RecordChanged || m_state.TimesChanged)
+    if (m_booking.changed() || m_booking.timesEdited())
         saveDecision(Op::Save);
 }
 
@@ -319,7 +328,7 @@ void BookingEditor::cmdNEW() {
     // An unsaved new booking already on screen is dropped without a question.
     if (bookingOpen() && !saveDecision(Op::New))
         return;
-    clearEditor();
+    clearEditor(false);
     for (int i = 0; i < 5; ++i) {
         setRegNoBox(newBookingText());
         m_state.pause.wait(0.05);
@@ -327,7 +336,7 @@ void BookingEditor::cmdNEW() {
         m_state.pause.wait(0.05);
     }
     setRegNoBox(newBookingText());
-    NewBookingPending = true;
+    m_booking.setNewPending(true);
     m_view.focus = Focus::FirstName;
     m_view.caret = 0;
 }
@@ -346,7 +355,7 @@ void BookingEditor::cmdDelete() {
             {plainTitle(), tr("No Record to DELETE: Clear all text entries for this record?"),
              Buttons::YesNoCancel, Icon::Exclamation});
         if (a == Answer::Yes)
-            clearEditor();
+            clearEditor(false);
         return;
     }
     const Answer a = ask(tr("This will DELETE this Booking for ") + firstUpper() + u' ' + lastUpper() + u' ' +
@@ -355,18 +364,21 @@ void BookingEditor::cmdDelete() {
     if (a != Answer::Yes)
         return;
     const QString regNo = box(Field::RegNo).trimmed();
-    if (!reportResult(m_store.deleteBooking(bookingFileMonth(), regNo),
-                      tr("The booking could not be deleted: ")))
+    if (!reportResult(
+            m_store.deleteBooking(bookingFileMonth(), regNo, box(Field::FirstName), box(Field::LastName)),
+            tr("The booking could not be deleted: ")))
         return;
     m_state.showResultInTitle(tr("One Booking DELETED"));
+    // The booking is gone: nothing of it stays in the editor to be saved again.
+    clearEditor(true);
     if (refreshList)
         refreshList();
 }
 
-void BookingEditor::clearEditor() {
-    m_state.record.ClearRecord();
-    NewBookingPending = false;
-    showRecord();
+void BookingEditor::clearEditor(bool forget) {
+    m_booking.clear(forget);
+    m_times.forgetMarks();
+    showLabels();
 }
 
 // ---------------------------------------------------------------- arrival and departure
@@ -374,10 +386,12 @@ void BookingEditor::clearEditor() {
 void BookingEditor::cmdIN() {
     if (!siteMarkAllowed(tr("Can't mark as ARRIVED: No booking has been created or saved!"), 3))
         return;
+    CurrentRecord onFile = m_booking.record();
+    if (!takeSiteTimes(onFile) && !bookWalkInForToday())
+        return;
     // Marking in again starts a new visit, so an earlier departure goes.
-    m_state.record[Field::TimeOnSite] = m_state.clock.now().toString(QStringLiteral("hh:mm"));
-    m_state.record[Field::TimeOffSite] = QString::fromUtf16(kNoTimeMark);
-    paintSiteLabels();
+    m_booking.setField(Field::TimeOnSite, m_state.clock.now().toString(QStringLiteral("hh:mm")));
+    m_booking.setField(Field::TimeOffSite, QString::fromUtf16(kNoTimeMark));
     writeSiteTimes(tr("The arrival"));
 }
 
@@ -385,10 +399,9 @@ void BookingEditor::cmdOUT() {
     if (!siteMarkAllowed(tr("Can't mark as DEPARTED: No booking has been created or saved!"), 4))
         return;
     // Nobody leaves who has not arrived.
-    if (m_state.record[Field::TimeOnSite].trimmed().size() < 5)
+    if (m_booking[Field::TimeOnSite].trimmed().size() < 5)
         return;
-    m_state.record[Field::TimeOffSite] = m_state.clock.now().toString(QStringLiteral("hh:mm"));
-    paintSiteLabels();
+    m_booking.setField(Field::TimeOffSite, m_state.clock.now().toString(QStringLiteral("hh:mm")));
     writeSiteTimes(tr("The departure"));
 }
 
@@ -404,7 +417,33 @@ bool BookingEditor::siteMarkAllowed(const QString& noBookingText, qsizetype last
            box(Field::FirstName).trimmed().size() >= 2;
 }
 
-// The new time is on screen already; the desk's next name is typed into the search box.
+bool BookingEditor::bookWalkInForToday() {
+    const QDateTime now = m_state.clock.now();
+    const QString hhmm = now.toString(QStringLiteral("hhmm"));
+    const Answer a = ask(firstUpper() + u' ' + lastUpper() + tr(" is not on today's list.") + kCrLf +
+                             tr("Book this visitor for today at %1 and mark the arrival?")
+                                 .arg(now.toString(QStringLiteral("hh:mm"))),
+                         Buttons::YesNo, Icon::Question);
+    if (a != Answer::Yes)
+        return false;
+    const QString todayMonth = now.toString(QStringLiteral("yyMM"));
+    const CurrentRecord& r = m_booking.record();
+    const bool renamed =
+        r[Field::FirstName] != r.saved(Field::FirstName) || r[Field::LastName] != r.saved(Field::LastName);
+    m_booking.setTime(now.date().day(), hhmm);
+    // A booking of another month, or one renamed on screen, is booked for today as a new booking of this
+    // month, so nobody else's booking is overwritten.
+    const bool saved = renamed || bookingFileMonth() != todayMonth ? saveAsNew(todayMonth) : overwrite();
+    if (!saved)
+        return false;
+    if (rebuildTodayStatus && !rebuildTodayStatus())
+        return false;
+    CurrentRecord check = m_booking.record();
+    return takeSiteTimes(check);
+}
+
+// The new time is written first and then shown as the file holds it, so the desk never shows an arrival or
+// departure it has not stored.
 void BookingEditor::writeSiteTimes(const QString& what) {
     m_view.focus = Focus::MainFind;
     if (const FileError error = UpdateDayStatus(m_state, box(Field::RegNo))) {
@@ -412,9 +451,8 @@ void BookingEditor::writeSiteTimes(const QString& what) {
                               what + tr(" could not be written to today's status file: ") + error.text +
                                   tr(" (error %1).").arg(error.number),
                               Icon::Exclamation);
-        // Show what the file still holds rather than a mark that was never stored.
-        showSiteLabels();
     }
+    showLabels();
     if (refreshList)
         refreshList();
 }
@@ -431,72 +469,79 @@ bool BookingEditor::refuseSort() {
     return true;
 }
 
-void BookingEditor::openRow(const QString& regNo) {
+bool BookingEditor::openRow(const QString& regNo) {
     if (regNo.trimmed().isEmpty())
-        return;
+        return false;
     if (!readOnly()) {
-        if (!NewBookingPending && bookingOpen()) {
+        if (!m_booking.newPending() && bookingOpen()) {
             if (!saveDecision(Op::RowClick))
-                return;
-        } else if (NewBookingPending) {
-            m_state.RecordChanged = m_state.record.TestRecordChanged();
-            if (m_state.RecordChanged) {
-                m_state.TimesChanged = false;
-                const QString first = firstUpper();
-                const QString last = lastUpper();
-                if (first.size() + last.size() >= 5) {
-                    const Answer a =
-                        ask(tr("The NEW booking for ") + first + u' ' + last + tr(" has not been saved.") +
-                                kCrLf + tr("Do you wish to save it? "),
-                            Buttons::YesNoCancel, Icon::Question);
-                    if (a == Answer::Cancel)
-                        return;
-                    if (a == Answer::No) {
-                        NewBookingPending = false;
-                        return;
-                    }
-                    NewBookingPending = false;
-                    if (!saveAsNew()) {
-                        NewBookingPending = true;
-                        return;
-                    }
-                } else {
-                    const Answer a = m_state.prompter.ask(
-                        {plainTitle(),
-                         tr("This new booking has not been saved: A Valid Name is required.") + kCrLf +
-                             tr("Click [OK] to return to the record or [Cancel] to discard it"),
-                         Buttons::OkCancel, Icon::Information});
-                    if (a != Answer::Cancel)
-                        return;
+                return false;
+        } else if (m_booking.newPending() && m_booking.changed()) {
+            m_booking.settleTimes();
+            const QString first = firstUpper();
+            const QString last = lastUpper();
+            if (first.size() + last.size() >= 5) {
+                const Answer a = ask(tr("The NEW booking for ") + first + u' ' + last +
+                                         tr(" has not been saved.") + kCrLf + tr("Do you wish to save it? "),
+                                     Buttons::YesNoCancel, Icon::Question);
+                if (a == Answer::Cancel)
+                    return false;
+                if (a == Answer::No) {
+                    m_booking.setNewPending(false);
+                    return false;
                 }
+                if (!saveAsNew())
+                    return false;
+            } else {
+                const Answer a = m_state.prompter.ask(
+                    {plainTitle(),
+                     tr("This new booking has not been saved: A Valid Name is required.") + kCrLf +
+                         tr("Click [OK] to return to the record or [Cancel] to discard it"),
+                     Buttons::OkCancel, Icon::Information});
+                if (a != Answer::Cancel)
+                    return false;
             }
-            NewBookingPending = false;
         }
     }
     if (!m_dates.testDate(m_state.prompter))
-        return;
-    if (!readBooking(regNo.trimmed()))
-        return;
-    m_state.record.MarkRecordSaved();
-    m_state.RecordChanged = false;
-    m_state.TimesChanged = false;
-    showRecord();
+        return false;
+    return readBooking(regNo.trimmed());
 }
 
 bool BookingEditor::readBooking(const QString& regNo) {
+    CurrentRecord stored = m_booking.record();
     FileError error;
-    if (readBookingLine(m_state.dataPath(), regNo, m_state.record, error))
-        return true;
-    // A month file that cannot be read stops the opening; a booking that is no longer in a readable file
-    // leaves the record as it was, shown as saved.
-    if (error) {
+    if (!readBookingLine(m_state.dataPath(), regNo, stored, error) && error) {
         m_state.prompter.tell(plainTitle(),
                               tr("The booking could not be opened: ") + error.text +
                                   tr(" (error %1).").arg(error.number),
                               Icon::Exclamation);
         return false;
     }
+    // A booking no longer in its file leaves the values as they were, shown as saved.
+    takeSiteTimes(stored);
+    takePhotoMark(stored);
+    m_times.forgetMarks();
+    m_booking.load(stored);
+    showBookingMonth();
+    showLabels();
     return true;
+}
+
+bool BookingEditor::takeSiteTimes(CurrentRecord& record) const {
+    SiteTimes times;
+    if (bookingOpen())
+        times = readSiteTimes(m_state.dataPath(), m_state.clock.today(), record[Field::RegNo].trimmed());
+    record[Field::TimeOnSite] = siteTimeText(times.arrival);
+    record[Field::TimeOffSite] = siteTimeText(times.departure);
+    return times.found;
+}
+
+void BookingEditor::takePhotoMark(CurrentRecord& record) const {
+    const bool onFile = !record[Field::RegNo].trimmed().isEmpty() &&
+                        QFileInfo::exists(photoPath(m_state.dataPath(), record[Field::RegNo],
+                                                    record[Field::FirstName], record[Field::LastName]));
+    record[Field::PhotoOnFile] = onFile ? QStringLiteral("1") : QStringLiteral("0");
 }
 
 // ---------------------------------------------------------------- closing
@@ -508,27 +553,20 @@ bool BookingEditor::closeRequested() {
         return false;
     if (readOnly())
         return true;
-    m_state.RecordChanged = m_state.record.TestRecordChanged();
     if (!validityFault().isEmpty()) {
         // An invalid booking cannot be stored, so it is dropped.
-        NewBookingPending = false;
-        m_state.RecordChanged = false;
-        m_state.TimesChanged = false;
+        m_booking.setNewPending(false);
         return true;
     }
-    if (NewBookingPending) {
-        NewBookingPending = false;
+    if (m_booking.newPending()) {
         const Answer a =
             m_state.prompter.ask({plainTitle(), tr("New booking not saved:  Save it before you close?"),
                                   Buttons::YesNoCancel, Icon::Question});
-        if (a == Answer::Cancel) {
-            NewBookingPending = true;
+        if (a == Answer::Cancel)
             return false;
-        }
-        if (a == Answer::Yes && !saveAsNew()) {
-            NewBookingPending = true;
+        if (a == Answer::Yes && !saveAsNew())
             return false;
-        }
+        m_booking.setNewPending(false);
         return true;
     }
     if (bookingOpen())
@@ -536,49 +574,65 @@ bool BookingEditor::closeRequested() {
     return true;
 }
 
-// ---------------------------------------------------------------- showing the record
+// ---------------------------------------------------------------- the pass and photo windows
 
-void BookingEditor::fillBoxes() {
-    for (Field f : kBoxes)
-        m_view.box[std::size_t(f)] = m_state.record[f];
-    const QString& regNo = box(Field::RegNo);
-    m_view.regNoBackground = regNo.trimmed().isEmpty() ? editor_colour::kEmpty : editor_colour::kFilled;
-    m_view.readOnly = readOnly();
-}
-
-void BookingEditor::showRecord() {
-    fillBoxes();
-    showPassLabel();
-    showPhotoLabel();
-    showSiteLabels();
-    showBookingMonth();
-    m_times.setMonth(m_dates.calendarDate().year(), m_dates.calendarDate().month());
-    m_times.showTimes();
+bool BookingEditor::settleBeforePass() {
+    if (!bookingOpen() || readOnly())
+        return true;
+    return saveDecision(Op::Pass);
 }
 
 void BookingEditor::recordWindowClosed() {
-    if (m_state.RemovePassRequested) {
-        if (bookingOpen() && !readOnly()) {
-            overwrite();
-        } else {
-            // Nothing stored yet: the pass fields simply go.
-            m_state.RemovePassRequested = false;
-            for (Field f : {Field::PassStart, Field::PassEnd, Field::PassPeriod, Field::PassIssued})
-                m_state.record[f].clear();
+    if (m_state.RemovePassRequested)
+        revokePass();
+    // What the pass window stored of the pass is the saved state; other unsaved edits stay unsaved.
+    if (bookingOpen()) {
+        CurrentRecord stored;
+        FileError error;
+        if (readBookingLine(m_state.dataPath(), m_booking.regNo(), stored, error)) {
+            for (Field f : kPassFields)
+                if (stored[f] == m_booking[f])
+                    m_booking.markFieldsSaved({f});
         }
-        m_state.PassWindowChanged = true;
     }
-    if (!m_state.PassWindowChanged)
-        return;
+    CurrentRecord marked = m_booking.record();
+    takePhotoMark(marked);
+    m_booking.setField(Field::PhotoOnFile, marked[Field::PhotoOnFile]);
     m_state.PassWindowChanged = false;
-    fillBoxes();
+    m_booking.changedElsewhere();
+    showLabels();
+}
+
+void BookingEditor::revokePass() {
+    m_state.RemovePassRequested = false;
+    for (Field f : kPassFields)
+        m_booking.setField(f, QString(fieldSpec(f).width, u' '));
+    if (!bookingOpen() || readOnly())
+        return; // nothing stored yet: the pass fields simply go
+    if (!reportResult(m_store.updatePass(m_booking.record(), bookingFileMonth(), m_booking.regNo()),
+                      tr("The pass could not be revoked: ")))
+        return;
+    m_booking.markFieldsSaved({Field::PassStart, Field::PassEnd, Field::PassPeriod, Field::PassIssued});
+    m_view.PassPrntdLa = {tr("Pass Revoked"), editor_colour::kFilled, {}};
+    if (passLabelShown)
+        passLabelShown(m_view.PassPrntdLa.text);
+    m_state.pause.wait(1);
+}
+
+// ---------------------------------------------------------------- labels
+
+void BookingEditor::showLabels() {
     showPassLabel();
     showPhotoLabel();
-    showSiteLabels();
+    CurrentRecord onFile = m_booking.record();
+    takeSiteTimes(onFile);
+    m_booking.setField(Field::TimeOnSite, onFile[Field::TimeOnSite]);
+    m_booking.setField(Field::TimeOffSite, onFile[Field::TimeOffSite]);
+    paintSiteLabels();
 }
 
 void BookingEditor::showPassLabel() {
-    const CurrentRecord& r = m_state.record;
+    const CurrentRecord& r = m_booking.record();
     if (r[Field::PassIssued].trimmed().size() != 19) {
         m_view.PassPrntdLa = {tr("No Pass on-File"), editor_colour::kEmpty, {}};
         return;
@@ -603,32 +657,15 @@ void BookingEditor::showPassLabel() {
 }
 
 void BookingEditor::showPhotoLabel() {
-    CurrentRecord& r = m_state.record;
-    const bool onFile = !r[Field::RegNo].trimmed().isEmpty() &&
-                        QFileInfo::exists(photoPath(m_state.dataPath(), r[Field::RegNo], r[Field::FirstName],
-                                                    r[Field::LastName]));
-    if (onFile) {
+    if (m_booking[Field::PhotoOnFile] == u"1")
         m_view.PhotoOnFLa = {tr("Photo on-File"), editor_colour::kFilled, {}};
-        r[Field::PhotoOnFile] = QStringLiteral("1");
-    } else {
+    else
         m_view.PhotoOnFLa = {tr("NO PHOTO"), editor_colour::kNoPhoto, {}};
-        r[Field::PhotoOnFile] = QStringLiteral("0");
-    }
-}
-
-void BookingEditor::showSiteLabels() {
-    CurrentRecord& r = m_state.record;
-    std::pair<QString, QString> times;
-    if (siteTimes && bookingOpen())
-        times = siteTimes(r[Field::RegNo].trimmed());
-    r[Field::TimeOnSite] = siteTimeText(times.first);
-    r[Field::TimeOffSite] = siteTimeText(times.second);
-    paintSiteLabels();
 }
 
 // The label of the visit's present state is highlighted, the other greyed.
 void BookingEditor::paintSiteLabels() {
-    const CurrentRecord& r = m_state.record;
+    const CurrentRecord& r = m_booking.record();
     const Label greyOn{r[Field::TimeOnSite], editor_colour::kWindow, editor_colour::kDarkGrey};
     const Label greyOff{r[Field::TimeOffSite], editor_colour::kWindow, editor_colour::kDarkGrey};
     const bool arrived = r[Field::TimeOnSite] != QString::fromUtf16(kNoTimeMark);
@@ -641,8 +678,9 @@ void BookingEditor::paintSiteLabels() {
         m_view.LaON_Site = {r[Field::TimeOnSite], editor_colour::kWhite, editor_colour::kRed};
 }
 
+// The year and month boxes follow the open booking, so the month shown is the month it belongs to.
 void BookingEditor::showBookingMonth() {
-    const QString regNo = m_state.record[Field::RegNo];
+    const QString regNo = m_booking[Field::RegNo];
     if (regNo.size() < 4)
         return;
     bool yearOk = false;

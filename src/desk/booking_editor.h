@@ -4,6 +4,7 @@
 #include "desk/booked_times.h"
 #include "desk/booking_store.h"
 #include "desk/date_selection.h"
+#include "desk/open_booking.h"
 
 #include <QColor>
 #include <QCoreApplication>
@@ -26,9 +27,9 @@ inline const QColor kWhite{0xFF, 0xFF, 0xFF};
 inline const QColor kBlack{0x00, 0x00, 0x00};
 } // namespace editor_colour
 
-// The booking editor of the main window: the boxes of one booking, NEW, SAVE, Delete, opening a list row and
-// closing, with every question asked before anything is lost. The window forwards its controls' events here
-// and shows view(); nothing here knows about widgets.
+// The booking editor of the main window: NEW, SAVE, Delete, IN, OUT, opening a list row and closing, with
+// every question asked before anything is lost. The booking itself is the OpenBooking; the window's boxes
+// follow its signals and forward their edits here. Nothing here knows about widgets.
 class BookingEditor {
     Q_DECLARE_TR_FUNCTIONS(BookingEditor)
 
@@ -49,36 +50,41 @@ public:
     };
     enum class Focus { None, FirstName, LastName, MainFind };
 
+    // What the window shows beside the boxes.
     struct View {
-        std::array<QString, kFieldCount> box; // by Field; only the kBoxes entries are shown
-        QColor regNoBackground = editor_colour::kEmpty;
         Label PassPrntdLa;
         Label PhotoOnFLa;
         Label LaON_Site;
         Label LaOFFSite;
         Focus focus = Focus::None;
         int caret = 0; // caret position in the focused box, when the editor moved the focus
-        bool readOnly = false;
     };
 
     // The department box's text when nothing is chosen.
     static QString noDepartment() { return QStringLiteral("-  Select  -"); }
     static QString newBookingText() { return QStringLiteral("NEW Booking"); }
 
-    BookingEditor(AppState& state, DateSelection& dates, BookedTimes& times, BookingStore& store);
+    BookingEditor(AppState& state, OpenBooking& booking, DateSelection& dates, BookedTimes& times,
+                  BookingStore& store);
 
     // Rebuilds the list the grid shows; the window sets it. Called after every save, delete, arrival and
     // departure.
     std::function<void()> refreshList;
-    // Called each time the registration box changes during NEW's flash, so the window can show each step.
+    // Rebuilds today's status file from the month files; false when that failed (the window says why).
+    std::function<bool()> rebuildTodayStatus;
+    // Called each time the registration box changes during NEW's flash, and with "Pass Revoked" during a
+    // revocation, so the window can paint each step before the pause.
     std::function<void(const QString&)> regNoShown;
-    // Today's arrival and departure of a booking as "hhmm" each (empty or blanks when not marked); reads
-    // today's day status file unless replaced.
-    std::function<std::pair<QString, QString>(const QString& regNo)> siteTimes;
+    std::function<void(const QString&)> passLabelShown;
 
     const View& view() const { return m_view; }
-    const QString& box(Field field) const { return m_view.box[std::size_t(field)]; }
-    bool NewBookingPending = false;
+    bool readOnly() const { return m_state.settings.ReadOnlyMode(); }
+    // The colour of the registration box: pale blue when it holds something.
+    QColor regNoBackground() const;
+    // The month NEW and SAVE book into, as the boxes show it ("NOVEMBER 2026"); an open booking's own month
+    // when that differs.
+    QString bookingMonthText() const;
+    bool bookingMonthDiffers() const;
 
     // --- the controls' events
     // A box's change event: its whole text, untrimmed, goes into its field. The first-name rules apply.
@@ -87,8 +93,9 @@ public:
     void toggleGender();
     // Leaving the visitor's or the organisation's e-mail box: lower case, then the e-mail check.
     void leaveEmail(Field field);
-    // Keys the name boxes accept: Backspace, Tab, blank, letters A-Z and a-z, hyphen, full stop.
-    static bool nameKeyAccepted(QChar key);
+    // Characters the name boxes accept: letters that the data files can hold (accented ones too), blank,
+    // hyphen, full stop and apostrophe.
+    static bool nameCharAccepted(QChar c);
 
     // --- the buttons
     void cmdSAVE();
@@ -97,18 +104,21 @@ public:
     // Arrival and departure: mark the open booking in or out now and write today's day status file.
     void cmdIN();
     void cmdOUT();
-    // A click on a list row holding the booking regNo.
-    void openRow(const QString& regNo);
+    // Opening the booking regNo from a list row; false when the operator kept the current booking.
+    bool openRow(const QString& regNo);
     // A sort request on the list grid; refused in the IN/OUT day-status view. True when refused.
     bool refuseSort();
     // The window's close request; true when the window may close.
     bool closeRequested();
 
-    // Fills every box and label from the current record.
-    void showRecord();
-    // After the pass or photo windows: a requested pass removal is stored (the store revokes the pass in the
-    // update), and a record they changed is shown again.
+    // Before the pass window: unsaved edits go through the save decision, so a pass print never stores them
+    // behind the operator's back. False when the operator cancelled.
+    bool settleBeforePass();
+    // After the pass or photo windows: a requested pass removal is stored, pass fields the window stored are
+    // the saved state, and the labels catch up.
     void recordWindowClosed();
+    // Recomputes the pass, photo and arrival labels from the booking and today's status file.
+    void showLabels();
 
     // The four validity tests on the boxes, in order; the failing test's message, or empty.
     QString validityFault() const;
@@ -116,34 +126,41 @@ public:
     bool bookingOpen() const;
 
 private:
-    enum class Op { Save, New, RowClick, Close };
+    enum class Op { Save, New, RowClick, Close, Pass };
 
-    bool readOnly() const { return m_state.settings.ReadOnlyMode(); }
+    QString box(Field field) const { return m_booking[field]; }
     QString bookingTitle() const;
     QString firstUpper() const;
     QString lastUpper() const;
     Answer ask(const QString& text, Buttons buttons, Icon icon);
     void setRegNoBox(const QString& text);
-    void fillBoxes();
-    void clearEditor();
+    void clearEditor(bool forget);
 
     // The save decision: false when the user cancelled or a save failed (the booking stays in the editor).
     bool saveDecision(Op op);
     bool saveRecordStep(Op op);
     bool saveTimesStep(Op op);
-    // The store operations with the grid's times taken in first; failures are shown and return false.
-    bool saveAsNew();
+    // The store operations; failures are shown and return false.
+    bool saveAsNew(const QString& bookingYymm);
+    bool saveAsNew() { return saveAsNew(m_dates.bookingMonth()); }
     QString bookingFileMonth() const;
     bool overwrite();
-    // Shows a failed write; true when the operation succeeded.
+    // Shows a refusal or a failed write; true when the operation succeeded.
     bool reportResult(const StoreResult& result, const QString& what);
     void afterSave();
-    // Reads the booking into the record; false when its month file cannot be read (the error was shown).
+    // Reads the booking; false when it cannot be opened (the error was shown).
     bool readBooking(const QString& regNo);
+    // The arrival and departure of today's status file into the record's TimeOnSite and TimeOffSite; false
+    // when the booking has no line there.
+    bool takeSiteTimes(CurrentRecord& record) const;
+    // A photo file under the booking's names decides PhotoOnFile.
+    void takePhotoMark(CurrentRecord& record) const;
+    // IN on a visitor not on today's list: book them for today now, after asking. False when not booked.
+    bool bookWalkInForToday();
+    void revokePass();
 
     void showPassLabel();
     void showPhotoLabel();
-    void showSiteLabels();
     void paintSiteLabels();
     // The tests IN and OUT share: the desk may write, a saved booking is open and its name is long enough.
     bool siteMarkAllowed(const QString& noBookingText, qsizetype lastNameBound);
@@ -151,6 +168,7 @@ private:
     void showBookingMonth();
 
     AppState& m_state;
+    OpenBooking& m_booking;
     DateSelection& m_dates;
     BookedTimes& m_times;
     BookingStore& m_store;

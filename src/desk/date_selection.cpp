@@ -55,6 +55,7 @@ void DateSelection::setDate(const QDate& date) {
     m_day = QString::number(date.day());
     m_month = QString::fromUtf16(kMonthNames[std::size_t(date.month() - 1)]);
     m_year = date.toString(QStringLiteral("yyyy"));
+    notify();
 }
 
 QString DateSelection::MonthNumber(const QString& monthText) {
@@ -73,6 +74,7 @@ bool DateSelection::testDate(Prompter& prompter) {
         if (day > lastDay) {
             prompter.tell(title(), text, Icon::Exclamation);
             m_day = QString::number(lastDay);
+            notify();
         }
     };
     static const QStringList kLong{QStringLiteral("JANUARY"), QStringLiteral("MARCH"),
@@ -141,6 +143,7 @@ void DateSelection::stepTo(int month, int year) {
         if (day > QDate(year, month, 1).daysInMonth())
             m_day = QString::number(QDate(year, month, 1).daysInMonth());
     }
+    notify();
 }
 
 void DateSelection::cmdCalDECR() {

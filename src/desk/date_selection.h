@@ -7,6 +7,7 @@
 #include <QDate>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 namespace porvane {
 
@@ -36,11 +37,15 @@ public:
     const QString& dayText() const { return m_day; }
     const QString& monthText() const { return m_month; }
     const QString& yearText() const { return m_year; }
-    void setDayText(const QString& text) { m_day = text; }
-    void setMonthText(const QString& text) { m_month = text; }
-    void setYearText(const QString& text) { m_year = text; }
+    void setDayText(const QString& text) { m_day = text, notify(); }
+    void setMonthText(const QString& text) { m_month = text, notify(); }
+    void setYearText(const QString& text) { m_year = text, notify(); }
     // Sets all three boxes from a date (day as a number, month in capitals, four-digit year).
     void setDate(const QDate& date);
+
+    // Called after every change of the selected date, so that the boxes and the calendar always show the
+    // month that a new booking goes into.
+    std::function<void()> changed;
 
     // True after a date test that found no valid date; callers stop then.
     bool DateInvalid = false;
@@ -77,6 +82,10 @@ public:
 
 private:
     void stepTo(int month, int year);
+    void notify() const {
+        if (changed)
+            changed();
+    }
 
     int m_lastYear;
     QString m_day;

@@ -8,8 +8,9 @@
 
 namespace porvane {
 
-LocationDetails::LocationDetails(AppState& state)
-    : m_state(state) {}
+LocationDetails::LocationDetails(AppState& state, OpenBooking& booking)
+    : m_state(state)
+    , m_booking(booking) {}
 
 void LocationDetails::open() {
     const PickLists lists = LoadDetailPickLists(pickListsPath(m_state.AppPath));
@@ -21,14 +22,14 @@ void LocationDetails::open(const QStringList& workDescriptions, const QStringLis
     m_accessAreas = accessAreas;
     setHelpContext(m_state, DeskAction::LocationDetails);
     for (std::size_t i = 0; i < kEditable.size(); ++i)
-        m_copy[i] = m_state.record[kEditable[i]];
-    m_copyInfo = m_state.record.additionalInfo;
-    m_copyRestrictions = m_state.record.restrictions;
+        m_copy[i] = m_booking[kEditable[i]];
+    m_copyInfo = m_booking.record().additionalInfo;
+    m_copyRestrictions = m_booking.record().restrictions;
 }
 
 void LocationDetails::setText(Field field, const QString& text) {
     if (std::find(kEditable.begin(), kEditable.end(), field) != kEditable.end())
-        m_state.record[field] = text;
+        m_booking.setField(field, text);
 }
 
 void LocationDetails::additionalInfoAction() {
@@ -45,18 +46,18 @@ void LocationDetails::restrictionsAction() {
 void LocationDetails::clear() {
     for (Field f :
          {Field::OurRef, Field::Visiting, Field::VisitingTel, Field::VisitingPager, Field::Location})
-        m_state.record[f].clear();
-    m_state.record.additionalInfo.clear();
-    m_state.record.restrictions.clear();
-    m_state.record[Field::WorkDescription] = nothingSelected();
-    m_state.record[Field::AccessAreas] = nothingSelected();
+        m_booking.setField(f, QString());
+    m_booking.setAdditionalInfo(QString());
+    m_booking.setRestrictions(QString());
+    m_booking.setField(Field::WorkDescription, nothingSelected());
+    m_booking.setField(Field::AccessAreas, nothingSelected());
 }
 
 void LocationDetails::cancel() {
     for (std::size_t i = 0; i < kEditable.size(); ++i)
-        m_state.record[kEditable[i]] = m_copy[i];
-    m_state.record.additionalInfo = m_copyInfo;
-    m_state.record.restrictions = m_copyRestrictions;
+        m_booking.setField(kEditable[i], m_copy[i]);
+    m_booking.setAdditionalInfo(m_copyInfo);
+    m_booking.setRestrictions(m_copyRestrictions);
 }
 
 } // namespace porvane

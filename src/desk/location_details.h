@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/app_state.h"
+#include "desk/open_booking.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -18,7 +19,7 @@ public:
     // The value of the two drop-downs when nothing is chosen.
     static QString nothingSelected() { return QStringLiteral(" -  Select  - "); }
 
-    explicit LocationDetails(AppState& state);
+    LocationDetails(AppState& state, OpenBooking& booking);
 
     // Opening: fills the two drop-downs from the site's pick lists file, sets the help topic and takes the
     // copy.
@@ -29,16 +30,16 @@ public:
     const QStringList& workDescriptionItems() const { return m_descriptions; } // DescOWCB
     const QStringList& accessAreaItems() const { return m_accessAreas; }       // SelectACB
 
-    QString department() const { return m_state.record[Field::Department]; } // LocDepTb, shown only
+    QString department() const { return m_booking[Field::Department]; } // LocDepTb, shown only
 
     // Editable controls: OurRef, Visiting, VisitingTel, VisitingPager, Location, WorkDescription,
     // AccessAreas.
-    QString text(Field field) const { return m_state.record[field]; }
+    QString text(Field field) const { return m_booking[field]; }
     void setText(Field field, const QString& text);
-    QString additionalInfo() const { return m_state.record.additionalInfo; }
-    QString restrictions() const { return m_state.record.restrictions; }
-    void setAdditionalInfo(const QString& text) { m_state.record.additionalInfo = text; }
-    void setRestrictions(const QString& text) { m_state.record.restrictions = text; }
+    QString additionalInfo() const { return m_booking.record().additionalInfo; }
+    QString restrictions() const { return m_booking.record().restrictions; }
+    void setAdditionalInfo(const QString& text) { m_booking.setAdditionalInfo(text); }
+    void setRestrictions(const QString& text) { m_booking.setRestrictions(text); }
 
     // A double-click on the two large text boxes: their editors are not part of this version.
     void additionalInfoAction();
@@ -54,6 +55,7 @@ private:
         Field::Location, Field::WorkDescription, Field::AccessAreas};
 
     AppState& m_state;
+    OpenBooking& m_booking;
     QStringList m_descriptions;
     QStringList m_accessAreas;
     std::array<QString, 7> m_copy;

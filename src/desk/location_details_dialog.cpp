@@ -41,11 +41,12 @@ QComboBox* pickList(const char* name, const QStringList& items) {
 
 } // namespace
 
-LocationDetailsDialog::LocationDetailsDialog(AppState& state, const QStringList& workDescriptions,
+LocationDetailsDialog::LocationDetailsDialog(AppState& state, OpenBooking& booking,
+                                             const QStringList& workDescriptions,
                                              const QStringList& accessAreas, QWidget* parent)
     : QDialog(parent)
     , m_state(state)
-    , m_details(state) {
+    , m_details(state, booking) {
     setObjectName(QStringLiteral("frmDetail"));
     setWindowTitle(tr("Location and work details"));
     m_details.open(workDescriptions, accessAreas);

@@ -18,7 +18,7 @@ class LocationDetailsDialog final : public QDialog {
 
 public:
     // The two lists come from the pick lists file.
-    LocationDetailsDialog(AppState& state, const QStringList& workDescriptions,
+    LocationDetailsDialog(AppState& state, OpenBooking& booking, const QStringList& workDescriptions,
                           const QStringList& accessAreas, QWidget* parent = nullptr);
 
 protected:

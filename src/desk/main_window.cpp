@@ -32,9 +32,12 @@
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QPushButton>
+#include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QValidator>
 
 namespace porvane {
 
@@ -52,6 +55,12 @@ QPushButton* button(const QString& text, const char* name, const QString& tip = 
     return b;
 }
 
+void setStyleOnce(QWidget* widget, const QString& style) {
+    // Styling is costly and the editor's labels are shown again on every key typed.
+    if (widget->styleSheet() != style)
+        widget->setStyleSheet(style);
+}
+
 void setLabel(QLabel* label, const BookingEditor::Label& state) {
     label->setText(state.text);
     QString style;
@@ -59,7 +68,7 @@ void setLabel(QLabel* label, const BookingEditor::Label& state) {
         style += QStringLiteral("background-color: %1;").arg(state.background.name());
     if (state.foreground.isValid())
         style += QStringLiteral("color: %1;").arg(state.foreground.name());
-    label->setStyleSheet(style + QStringLiteral("border: 1px solid #a0a0a0; padding: 1px 4px;"));
+    setStyleOnce(label, style + QStringLiteral("border: 1px solid #a0a0a0; padding: 1px 4px;"));
     label->setFixedHeight(24);
 }
 
@@ -69,8 +78,9 @@ MainWindow::MainWindow(AppState& state, BookingStore& store, QWidget* parent)
     : QMainWindow(parent)
     , m_state(state)
     , m_dates(state.clock.today().year())
-    , m_times(state)
-    , m_editor(state, m_dates, m_times, store)
+    , m_booking(state.record)
+    , m_times(state, m_booking)
+    , m_editor(state, m_booking, m_dates, m_times, store)
     , m_lists(state) {
     setObjectName(QStringLiteral("frmMain"));
 
@@ -107,12 +117,14 @@ MainWindow::MainWindow(AppState& state, BookingStore& store, QWidget* parent)
     wireTools();
     fillPickLists();
 
+    m_dates.changed = [this] {
+        showDateState();
+    };
     m_dates.cmdGetToday(m_state.clock);
-    showDateState();
-    m_times.setMonth(m_dates.selectedDate().year(), m_dates.selectedDate().month());
-    m_timesModel->reload();
-    m_editor.showRecord();
+    showBooking();
     showEditorState();
+    if (m_state.settings.ckShowToday == u"1")
+        listDay();
     showTitle();
     resize(1016, 720);
 }
@@ -166,8 +178,20 @@ QWidget* MainWindow::buildEditor() {
     CataCB = combo(Field::Category);
     Dept1CB = combo(Field::Department);
 
+    // The month a new booking goes into is always in sight, beside the registration number.
+    laBookMonth = named(new QLabel, "laBookMonth");
+    laBookMonth->setToolTip(
+        tr("The month this booking belongs to; NEW books into the month of the date boxes"));
+    auto* regNoRow = new QHBoxLayout;
+    regNoRow->setSpacing(4);
+    regNoRow->addWidget(RegNoTB, 1);
+    regNoRow->addWidget(laBookMonth);
+    auto* regNoBox = new QWidget;
+    regNoBox->setLayout(regNoRow);
+    regNoRow->setContentsMargins(0, 0, 0, 0);
+
     // Left: the visitor; right: the organisation.
-    add(0, 0, tr("Registration"), RegNoTB);
+    add(0, 0, tr("Registration"), regNoBox);
     add(1, 0, tr("&First name"), FirstNameTB);
     add(2, 0, tr("&Last name"), LastNameTB);
     add(3, 0, tr("M/F"), PersGendTB);
@@ -227,7 +251,7 @@ QWidget* MainWindow::buildTimes() {
     auto* v = new QVBoxLayout(box);
     v->setSpacing(3);
     TimeGrid = named(new QTableView, "TimeGrid");
-    m_timesModel = new BookedTimesModel(m_state, m_times, this);
+    m_timesModel = new BookedTimesModel(m_times, this);
     TimeGrid->setModel(m_timesModel);
     TimeGrid->verticalHeader()->hide();
     TimeGrid->verticalHeader()->setDefaultSectionSize(19);
@@ -375,38 +399,62 @@ QWidget* MainWindow::buildActions() {
     return panel;
 }
 
+namespace {
+
+// The name boxes take letters the data files can hold, blanks, hyphens, full stops and apostrophes; typed or
+// pasted, anything else is refused while the editing keys keep working.
+class NameValidator final : public QValidator {
+public:
+    using QValidator::QValidator;
+    State validate(QString& input, int&) const override {
+        return std::all_of(input.cbegin(), input.cend(), BookingEditor::nameCharAccepted) ? Acceptable
+                                                                                          : Invalid;
+    }
+};
+
+} // namespace
+
 void MainWindow::wireEditor() {
-    m_editor.regNoShown = [this](const QString& text) {
-        RegNoTB->setText(text);
+    connect(&m_booking, &OpenBooking::fieldChanged, this, [this](Field field) {
+        showBox(field);
+        showEditorState();
+    });
+    connect(&m_booking, &OpenBooking::timesChanged, m_timesModel, &BookedTimesModel::cellsChanged);
+    connect(&m_booking, &OpenBooking::replaced, this, &MainWindow::showBooking);
+
+    m_editor.regNoShown = [this](const QString&) {
         RegNoTB->repaint();
+    };
+    m_editor.passLabelShown = [this](const QString&) {
+        setLabel(PassPrntdLa, m_editor.view().PassPrntdLa);
+        PassPrntdLa->repaint();
+    };
+    m_editor.rebuildTodayStatus = [this] {
+        return m_lists.writeStatusList();
     };
     for (Field field : BookingEditor::kBoxes) {
         QWidget* w = m_boxes[std::size_t(field)];
         if (auto* edit = qobject_cast<QLineEdit*>(w)) {
-            connect(edit, &QLineEdit::textEdited, this, [this, field](const QString& text) {
-                m_editor.setBoxText(field, text);
-                showEditorState();
-            });
+            connect(edit, &QLineEdit::textEdited, this,
+                    [this, field](const QString& text) { m_editor.setBoxText(field, text); });
         } else if (auto* combo = qobject_cast<QComboBox*>(w)) {
             connect(combo, &QComboBox::currentTextChanged, this, [this, field](const QString& text) {
-                if (m_showing)
-                    return;
-                m_editor.setBoxText(field, text);
+                if (!m_showing)
+                    m_editor.setBoxText(field, text);
             });
         }
     }
-    for (QLineEdit* e : {FirstNameTB, LastNameTB, PersGendTB, PersEmailTB, CatEMATB})
+    for (QLineEdit* e : {FirstNameTB, LastNameTB})
+        e->setValidator(new NameValidator(e));
+    for (QLineEdit* e : {PersGendTB, PersEmailTB, CatEMATB})
         e->installEventFilter(this);
 
-    connect(cmdPersonal, &QPushButton::clicked, this, [this] {
-        PersonalDetailsDialog(m_state, this).exec();
-        m_editor.showRecord();
-        showEditorState();
-    });
+    // The dialogs edit the booking itself; the boxes follow its signals and nothing is re-read or marked
+    // saved behind the operator's back.
+    connect(cmdPersonal, &QPushButton::clicked, this,
+            [this] { PersonalDetailsDialog(m_state, m_booking, this).exec(); });
     connect(cmdLocation, &QPushButton::clicked, this, [this] {
-        LocationDetailsDialog(m_state, m_workDescriptions, m_accessAreas, this).exec();
-        m_editor.showRecord();
-        showEditorState();
+        LocationDetailsDialog(m_state, m_booking, m_workDescriptions, m_accessAreas, this).exec();
     });
     connect(cmdSAVE, &QPushButton::clicked, this, [this] {
         m_editor.cmdSAVE();
@@ -416,12 +464,10 @@ void MainWindow::wireEditor() {
         setHelpContext(m_state, DeskAction::NewBooking);
         m_appliedFocus = BookingEditor::Focus::None;
         m_editor.cmdNEW();
-        m_timesModel->reload();
         showEditorState();
     });
     connect(cmdDelete, &QPushButton::clicked, this, [this] {
         m_editor.cmdDelete();
-        m_timesModel->reload();
         showEditorState();
     });
     // Each press sends the focus to the search box again, even when it was sent there last time.
@@ -453,18 +499,13 @@ void MainWindow::wireTimes() {
         m_times.cmdADD();
         if (m_times.currentRow() == 0)
             cbTime->setCurrentIndex(-1);
-        m_timesModel->reload();
         TimeGrid->setFocus();
     });
     connect(cmdSUB, &QPushButton::clicked, this, [this] {
         setHelpContext(m_state, DeskAction::BookedTimes);
         m_times.cmdSUB();
-        m_timesModel->reload();
     });
-    connect(cmdCLEARAll, &QPushButton::clicked, this, [this] {
-        m_times.cmdCLEARAll();
-        m_timesModel->reload();
-    });
+    connect(cmdCLEARAll, &QPushButton::clicked, this, [this] { m_times.cmdCLEARAll(); });
 }
 
 void MainWindow::wireDates() {
@@ -541,7 +582,13 @@ void MainWindow::wireLists() {
     connect(cmdMFind, &QPushButton::clicked, this, find);
     connect(MainFindTB, &QLineEdit::returnPressed, this, find);
 
-    connect(StatGrid, &QTableView::clicked, this, [this](const QModelIndex& index) { openRow(index.row()); });
+    // Moving the highlight, by mouse or keyboard, opens that row: the highlighted row and the editor always
+    // show the same booking.
+    connect(StatGrid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) {
+                if (!m_selectingRow && current.isValid())
+                    openRow(current.row());
+            });
     connect(StatGrid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this] {
         if (m_editor.refuseSort())
             refreshList();
@@ -553,6 +600,10 @@ void MainWindow::wireTools() {
         if (!m_editor.bookingOpen()) {
             m_state.prompter.tell(QStringLiteral("Porvane 90"),
                                   tr("Open or save a booking before issuing its pass."));
+            return;
+        }
+        if (!m_editor.settleBeforePass()) {
+            showEditorState();
             return;
         }
         PassWindow::Hooks hooks;
@@ -626,9 +677,8 @@ void MainWindow::fillPickLists() {
 }
 
 void MainWindow::afterRecordWindow() {
-    // The pass and photo windows change the record's pass and photo state; show it again.
+    // The pass and photo windows change the record's pass and photo state.
     m_editor.recordWindowClosed();
-    m_timesModel->reload();
     showEditorState();
 }
 
@@ -672,11 +722,35 @@ void MainWindow::refreshList() {
 }
 
 void MainWindow::showTable(const ListTable& table) {
-    m_listModel->setTable(table);
+    // A list rebuilt after IN, OUT or a save keeps the operator's place in it.
+    const bool sameList = m_listModel->table().columnCount() == table.columnCount();
+    const int scrolled = StatGrid->verticalScrollBar()->value();
+    {
+        const QScopedValueRollback<bool> quiet(m_selectingRow, true);
+        m_listModel->setTable(table);
+    }
     for (int c = 0; c < table.columnCount(); ++c)
         StatGrid->setColumnWidth(c, table.columns[c].width > 0 ? table.columns[c].width : 100);
-    if (table.listedCount() > 0)
-        StatGrid->setCurrentIndex(m_listModel->index(0, 1));
+    if (sameList)
+        StatGrid->verticalScrollBar()->setValue(scrolled);
+    selectBookingRow();
+}
+
+void MainWindow::selectBookingRow() {
+    const QScopedValueRollback<bool> quiet(m_selectingRow, true);
+    const QString regNo = m_booking.regNo();
+    const ListTable& table = m_listModel->table();
+    for (int row = 0; !regNo.isEmpty() && row < table.listedCount(); ++row) {
+        if (table.text(row, 0).trimmed() == regNo) {
+            const QModelIndex current = StatGrid->currentIndex();
+            const QModelIndex index = m_listModel->index(row, current.isValid() ? current.column() : 1);
+            StatGrid->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                                   QItemSelectionModel::Rows);
+            return;
+        }
+    }
+    StatGrid->selectionModel()->clearSelection();
+    StatGrid->selectionModel()->setCurrentIndex(QModelIndex(), QItemSelectionModel::NoUpdate);
 }
 
 void MainWindow::showListState() {
@@ -688,14 +762,13 @@ void MainWindow::showListState() {
 }
 
 void MainWindow::openRow(int row) {
-    if (row >= m_listModel->table().listedCount())
+    if (row >= m_listModel->table().listedCount()) {
+        selectBookingRow();
         return;
+    }
     const QString regNo = m_listModel->table().text(row, 0).trimmed();
-    if (regNo.isEmpty())
-        return;
-    m_editor.openRow(regNo);
-    showDateState();
-    m_timesModel->reload();
+    if (regNo.isEmpty() || !m_editor.openRow(regNo))
+        selectBookingRow(); // the operator kept the booking in the editor, or the row holds none
     showEditorState();
 }
 
@@ -719,28 +792,48 @@ void MainWindow::showDateState() {
             m_timesModel->reload();
         }
     }
+    if (laBookMonth)
+        laBookMonth->setText(m_editor.bookingMonthText());
 }
 
 void MainWindow::tickClock() {
     laClock->setText(m_state.clock.now().toString(QStringLiteral("HH:mm")));
 }
 
-void MainWindow::showEditorState() {
-    m_showing = true;
-    const BookingEditor::View& v = m_editor.view();
-    for (Field field : BookingEditor::kBoxes) {
-        const QString& text = v.box[std::size_t(field)];
-        QWidget* w = m_boxes[std::size_t(field)];
-        if (auto* edit = qobject_cast<QLineEdit*>(w)) {
-            if (edit->text() != text)
-                edit->setText(text);
-        } else if (auto* combo = qobject_cast<QComboBox*>(w)) {
-            if (combo->currentText() != text)
-                combo->setCurrentText(text);
-        }
-        w->setEnabled(!v.readOnly || field == Field::RegNo);
+void MainWindow::showBox(Field field) {
+    QWidget* w = m_boxes[std::size_t(field)];
+    if (!w)
+        return;
+    const QScopedValueRollback<bool> showing(m_showing, true);
+    const QString& text = m_booking[field];
+    if (auto* edit = qobject_cast<QLineEdit*>(w)) {
+        if (edit->text() != text)
+            edit->setText(text);
+    } else if (auto* combo = qobject_cast<QComboBox*>(w)) {
+        if (combo->currentText() != text)
+            combo->setCurrentText(text);
     }
-    RegNoTB->setStyleSheet(QStringLiteral("background-color: %1;").arg(v.regNoBackground.name()));
+}
+
+// Another booking, or none, is in the editor, or the one there was saved.
+void MainWindow::showBooking() {
+    for (Field field : BookingEditor::kBoxes)
+        showBox(field);
+    m_timesModel->cellsChanged();
+    if (const int day = m_times.lastBookedDay(); day > 0)
+        TimeGrid->scrollTo(m_timesModel->index(day - 1, 1));
+    selectBookingRow();
+    showEditorState();
+}
+
+void MainWindow::showEditorState() {
+    const BookingEditor::View& v = m_editor.view();
+    const bool readOnly = m_editor.readOnly();
+    for (Field field : BookingEditor::kBoxes)
+        m_boxes[std::size_t(field)]->setEnabled(!readOnly || field == Field::RegNo);
+    setStyleOnce(RegNoTB, QStringLiteral("background-color: %1;").arg(m_editor.regNoBackground().name()));
+    laBookMonth->setText(m_editor.bookingMonthText());
+    setStyleOnce(laBookMonth, m_editor.bookingMonthDiffers() ? QStringLiteral("color: #c00000;") : QString());
     setLabel(PassPrntdLa, v.PassPrntdLa);
     setLabel(PhotoOnFLa, v.PhotoOnFLa);
     setLabel(LaON_Site, v.LaON_Site);
@@ -761,8 +854,7 @@ void MainWindow::showEditorState() {
     }
     for (QWidget* w :
          std::initializer_list<QWidget*>{cmdNEW, cmdSAVE, cmdDelete, cmdADD, cmdSUB, cmdCLEARAll})
-        w->setEnabled(!v.readOnly);
-    m_showing = false;
+        w->setEnabled(!readOnly);
     showTitle();
 }
 
@@ -771,11 +863,6 @@ void MainWindow::showTitle() {
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && (watched == FirstNameTB || watched == LastNameTB)) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        if (!key->text().isEmpty() && !BookingEditor::nameKeyAccepted(key->text().front()))
-            return true;
-    }
     if (event->type() == QEvent::MouseButtonPress && watched == PersGendTB) {
         m_editor.toggleGender();
         showEditorState();
@@ -791,14 +878,11 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_Delete) {
             m_times.deleteKey();
-            m_timesModel->reload();
             return true;
         }
         if (!key->text().isEmpty() &&
-            m_times.keyPress(key->text().front()) == BookedTimes::KeyResult::Consumed) {
-            m_timesModel->reload();
+            m_times.keyPress(key->text().front()) == BookedTimes::KeyResult::Consumed)
             return true;
-        }
     }
     return QMainWindow::eventFilter(watched, event);
 }

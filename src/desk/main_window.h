@@ -4,6 +4,7 @@
 #include "desk/booked_times.h"
 #include "desk/booking_editor.h"
 #include "desk/date_selection.h"
+#include "desk/open_booking.h"
 #include "lists/grid_lists.h"
 
 #include <QMainWindow>
@@ -56,8 +57,13 @@ private:
     void showTable(const ListTable& table);
     void showListState();
     void openRow(int row);
+    // Highlights the list row of the booking in the editor, or none when it is not listed.
+    void selectBookingRow();
 
-    // Shows the logic's state in the controls, without echoing it back as edits.
+    // The views of the booking follow its signals, without echoing them back as edits.
+    void showBox(Field field);
+    void showBooking();
+    // The labels, colours, focus and buttons that the editor's logic decides.
     void showEditorState();
     void showDateState();
     void showTitle();
@@ -67,6 +73,7 @@ private:
 
     AppState& m_state;
     DateSelection m_dates;
+    OpenBooking m_booking;
     BookedTimes m_times;
     BookingEditor m_editor;
     GridLists m_lists;
@@ -75,12 +82,14 @@ private:
     QStringList m_workDescriptions;
     QStringList m_accessAreas;
     bool m_showing = false;
+    bool m_selectingRow = false;
     BookingEditor::Focus m_appliedFocus = BookingEditor::Focus::None;
     int m_appliedCaret = -1;
 
     // Booking editor
     std::array<QWidget*, kFieldCount> m_boxes{};
     QLineEdit* RegNoTB = nullptr;
+    QLabel* laBookMonth = nullptr;
     QLineEdit* FirstNameTB = nullptr;
     QLineEdit* LastNameTB = nullptr;
     QLineEdit* PersGendTB = nullptr;

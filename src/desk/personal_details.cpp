@@ -7,8 +7,9 @@
 
 namespace porvane {
 
-PersonalDetails::PersonalDetails(AppState& state)
-    : m_state(state) {}
+PersonalDetails::PersonalDetails(AppState& state, OpenBooking& booking)
+    : m_state(state)
+    , m_booking(booking) {}
 
 QStringList PersonalDetails::salutationItems() {
     return {QStringLiteral("Mr. "), QStringLiteral("Mrs."), QStringLiteral("Miss"), QStringLiteral("Dr."),
@@ -18,46 +19,46 @@ QStringList PersonalDetails::salutationItems() {
 void PersonalDetails::open() {
     setHelpContext(m_state, DeskAction::PersonalDetails);
     for (std::size_t i = 0; i < kEditable.size(); ++i)
-        m_copy[i] = m_state.record[kEditable[i]];
+        m_copy[i] = m_booking[kEditable[i]];
 }
 
 QString PersonalDetails::regNo() const {
-    return m_state.record[Field::RegNo];
+    return m_booking[Field::RegNo];
 }
 
 QString PersonalDetails::fullName() const {
-    return m_state.record[Field::FirstName] + u' ' + m_state.record[Field::LastName];
+    return m_booking[Field::FirstName] + u' ' + m_booking[Field::LastName];
 }
 
 QString PersonalDetails::gender() const {
-    return m_state.record[Field::Gender];
+    return m_booking[Field::Gender];
 }
 
 void PersonalDetails::setText(Field field, const QString& text) {
     if (std::find(kEditable.begin(), kEditable.end(), field) != kEditable.end())
-        m_state.record[field] = text;
+        m_booking.setField(field, text);
 }
 
 void PersonalDetails::setIllnessTicked(bool ticked) {
-    m_state.record[Field::IllnessFlag] = ticked ? QStringLiteral("1") : QStringLiteral("0");
+    m_booking.setField(Field::IllnessFlag, ticked ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
 void PersonalDetails::leaveKinEmail() {
-    QString& email = m_state.record[Field::KinEmail];
-    email = email.toLower();
+    const QString email = m_booking[Field::KinEmail].toLower();
+    m_booking.setField(Field::KinEmail, email);
     if (!email.trimmed().isEmpty())
         checkEmailAddress(m_state.prompter, email);
 }
 
 void PersonalDetails::clear() {
     for (Field f : kEditable)
-        m_state.record[f].clear();
-    m_state.record[Field::IllnessFlag] = QStringLiteral("0");
+        m_booking.setField(f, QString());
+    m_booking.setField(Field::IllnessFlag, QStringLiteral("0"));
 }
 
 void PersonalDetails::cancel() {
     for (std::size_t i = 0; i < kEditable.size(); ++i)
-        m_state.record[kEditable[i]] = m_copy[i];
+        m_booking.setField(kEditable[i], m_copy[i]);
 }
 
 } // namespace porvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/app_state.h"
+#include "desk/open_booking.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -21,7 +22,7 @@ public:
         Field::Postcode,       Field::HomeTel, Field::DateOfBirth,  Field::IllnessFlag, Field::AidsUsed,
         Field::IllnessDetails, Field::KinName, Field::KinHomeTel,   Field::KinWorkTel,  Field::KinEmail};
 
-    explicit PersonalDetails(AppState& state);
+    PersonalDetails(AppState& state, OpenBooking& booking);
 
     // The titles of SalCB, in order; the box starts as "Mr.".
     static QStringList salutationItems();
@@ -35,8 +36,8 @@ public:
     QString fullName() const; // PersFullNaTB: first name, a blank, last name
     QString gender() const;   // Genbox3TB
     // The value an editable control shows.
-    QString text(Field field) const { return m_state.record[field]; }
-    bool illnessTicked() const { return m_state.record[Field::IllnessFlag] == u"1"; }
+    QString text(Field field) const { return m_booking[field]; }
+    bool illnessTicked() const { return m_booking[Field::IllnessFlag] == u"1"; }
 
     // A control's change: its text goes straight into the record.
     void setText(Field field, const QString& text);
@@ -50,6 +51,7 @@ public:
 
 private:
     AppState& m_state;
+    OpenBooking& m_booking;
     std::array<QString, 15> m_copy;
 };
 

@@ -50,10 +50,10 @@ QLineEdit* shownOnly(const char* name, const QString& text) {
 
 } // namespace
 
-PersonalDetailsDialog::PersonalDetailsDialog(AppState& state, QWidget* parent)
+PersonalDetailsDialog::PersonalDetailsDialog(AppState& state, OpenBooking& booking, QWidget* parent)
     : QDialog(parent)
     , m_state(state)
-    , m_details(state) {
+    , m_details(state, booking) {
     setObjectName(QStringLiteral("frmPDetail"));
     setWindowTitle(tr("Personal details"));
     m_details.open();

@@ -18,7 +18,7 @@ class PersonalDetailsDialog final : public QDialog {
     Q_OBJECT
 
 public:
-    PersonalDetailsDialog(AppState& state, QWidget* parent = nullptr);
+    PersonalDetailsDialog(AppState& state, OpenBooking& booking, QWidget* parent = nullptr);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

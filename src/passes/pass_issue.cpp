@@ -314,12 +314,7 @@ PassIssue::PrintResult PassIssue::print(const Render& render, const StoreRecord&
 std::function<FileError()> updateBookingInStore(AppState& state) {
     return [&state]() -> FileError {
         const QString regNo = state.record[Field::RegNo].trimmed();
-        const StoreResult r = RecordStore(state).UpdateRecord(regNo.left(4), regNo);
-        if (r.status == StoreResult::Status::FileFailed)
-            return r.error;
-        if (r.status == StoreResult::Status::Refused)
-            return {FileError::PathFileAccess, {}};
-        return {};
+        return RecordStore(state).UpdatePass(state.record, regNo.left(4), regNo).error;
     };
 }
 

@@ -56,7 +56,7 @@ public:
 
     // Lays the pass out on a printer or a PDF; returns an error text, empty when it printed.
     using Render = std::function<QString(const PassContent&)>;
-    // Stores the current record after printing (the record store's UpdateRecord); the error a user must see.
+    // Stores the printed pass in the booking's line; the error a user must see.
     using StoreRecord = std::function<FileError()>;
 
     explicit PassIssue(AppState& state);
@@ -111,8 +111,9 @@ private:
     View m_view;
 };
 
-// Stores the current booking after printing with the record store's UpdateRecord, in the booking's own month.
-// A refusal has already been shown by the store and comes back as an error without text.
+// Stores the pass fields of the current booking after printing, in the booking's own month; the booking's
+// other fields are left as they are stored, so edits not yet saved are not written behind the operator's
+// back.
 std::function<FileError()> updateBookingInStore(AppState& state);
 
 } // namespace porvane

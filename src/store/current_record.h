@@ -31,6 +31,8 @@ public:
     void ClearRecord();
     // Makes every saved copy equal to its value.
     void MarkRecordSaved();
+    // The same for one field, when only it was written.
+    void MarkFieldSaved(Field f) { m_saved[std::size_t(f)] = m_values[std::size_t(f)]; }
     // True when a compared field differs from its saved copy: the stored fields RegNo..PhotoOnFile.
     bool TestRecordChanged() const;
 

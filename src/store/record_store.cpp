@@ -18,7 +18,7 @@ namespace porvane {
 namespace {
 
 StoreResult failed(const FileError& error) {
-    return {StoreResult::Status::FileFailed, error, {}, {}};
+    return {StoreResult::Status::FileFailed, error, {}};
 }
 
 // The booking's key as stored: an empty registration box names no booking, not every blank-led line.
@@ -66,113 +66,98 @@ QString makeRegNo(const QDateTime& now, const QString& bookingYymm) {
 RecordStore::RecordStore(AppState& state)
     : m_state(state) {}
 
-bool RecordStore::refuse(const QString& text) {
-    m_state.prompter.tell(tr("Porvane 90"), text, Icon::Exclamation);
-    return false;
+namespace {
+
+StoreResult refused(const QString& text) {
+    return {StoreResult::Status::Refused, {0, text}, {}};
 }
 
-bool RecordStore::namesValid() {
-    const CurrentRecord& r = m_state.record;
-    if (r[Field::FirstName].trimmed().isEmpty() || r[Field::LastName].trimmed().isEmpty())
-        return refuse(tr("Can't SAVE without First Name/(Initial) AND Last Name"));
-    return true;
+QString namesFault(const CurrentRecord& booking) {
+    if (booking[Field::FirstName].trimmed().isEmpty() || booking[Field::LastName].trimmed().isEmpty())
+        return RecordStore::tr("Can't SAVE without First Name/(Initial) AND Last Name");
+    return {};
 }
 
-StoreResult RecordStore::SaveNewRecord(const QString& bookingYymm) {
-    const StoreResult refused{StoreResult::Status::Refused, {}, m_state.record[Field::RegNo], {}};
-    if (!namesValid())
-        return refused;
-    const QString department = m_state.record[Field::Department].trimmed();
-    if (department == u"-  Select  -" || department.size() < 3) {
-        refuse(tr("Can't SAVE:  No valid Department name has been entered"));
-        return refused;
-    }
-    if (m_state.record[Field::Organisation].trimmed().size() < 3) {
-        refuse(tr("Can't SAVE:  No valid ORGANISATION name has been entered"));
-        return refused;
-    }
+} // namespace
 
-    CurrentRecord saved = m_state.record;
+StoreResult RecordStore::SaveNewRecord(const CurrentRecord& booking, const QString& bookingYymm) {
+    if (const QString fault = namesFault(booking); !fault.isEmpty())
+        return refused(fault);
+    const QString department = booking[Field::Department].trimmed();
+    if (department == u"-  Select  -" || department.size() < 3)
+        return refused(tr("Can't SAVE:  No valid Department name has been entered"));
+    if (booking[Field::Organisation].trimmed().size() < 3)
+        return refused(tr("Can't SAVE:  No valid ORGANISATION name has been entered"));
+
+    CurrentRecord saved = booking;
     saved[Field::RegNo] = makeRegNo(m_state.clock.now(), bookingYymm);
     const QByteArray line = encodeRecordLine(saved);
-    {
-        DataLock lock(m_state.dataPath(), lockWait);
-        if (FileError error = takeDataLock(lock, m_state.prompter))
-            return failed(error);
-        if (FileError error = appendLine(monthFilePath(m_state.dataPath(), bookingYymm), line, writePath))
-            return failed(error);
-    }
-    m_state.record[Field::RegNo] = saved[Field::RegNo];
-    m_state.record.MarkRecordSaved();
-    m_state.RecordChanged = false;
-    m_state.showResultInTitle(tr("Record ") + saved[Field::RegNo] + tr(" SAVED"));
-    return {StoreResult::Status::Ok, {}, saved[Field::RegNo], {}};
+    DataLock lock(m_state.dataPath(), lockWait);
+    if (FileError error = takeDataLock(lock, m_state.prompter))
+        return failed(error);
+    if (FileError error = appendLine(monthFilePath(m_state.dataPath(), bookingYymm), line, writePath))
+        return failed(error);
+    return {StoreResult::Status::Ok, {}, saved[Field::RegNo]};
 }
 
-StoreResult RecordStore::UpdateRecord(const QString& bookingYymm, const QString& regNoText) {
-    if (!namesValid())
-        return {StoreResult::Status::Refused, {}, m_state.record[Field::RegNo], {}};
-
-    const bool revoke = m_state.RemovePassRequested;
-    CurrentRecord updated = m_state.record;
-    if (revoke) {
-        for (Field f : {Field::PassStart, Field::PassEnd, Field::PassPeriod, Field::PassIssued})
-            updated[f] = QString(fieldSpec(f).width, u' ');
-    }
-    const QByteArray line = encodeRecordLine(updated);
+StoreResult RecordStore::replaceLines(const QString& bookingYymm, const QString& regNoText,
+                                      const std::function<void(QByteArrayView, QByteArray&)>& replace,
+                                      const std::function<void()>& afterWrite) {
     const QByteArray key = keyOf(regNoText);
-    {
-        DataLock lock(m_state.dataPath(), lockWait);
-        if (FileError error = takeDataLock(lock, m_state.prompter))
-            return failed(error);
-        const LineEdit replace = [&](QByteArrayView stored, QByteArray& out) {
-            out.append(!key.isEmpty() && RecordLine(stored).hasRegNo(key) ? QByteArrayView(line) : stored);
-            out.append(kLineEnd);
-        };
-        if (FileError error =
-                rewriteLines(monthFilePath(m_state.dataPath(), bookingYymm), replace, nullptr, writePath))
-            return failed(error);
-    }
-
-    StoreResult result{StoreResult::Status::Ok, {}, m_state.record[Field::RegNo], {}};
-    if (revoke) {
-        // Only now that the line is stored does the record lose its pass.
-        m_state.RemovePassRequested = false;
-        for (Field f : {Field::PassStart, Field::PassEnd, Field::PassPeriod, Field::PassIssued})
-            m_state.record[f] = updated[f];
-        result.passLabel = tr("Pass Revoked");
-        if (passLabelShown)
-            passLabelShown(result.passLabel);
-        m_state.pause.wait(1);
-    }
-    m_state.record.MarkRecordSaved();
-    m_state.RecordChanged = false;
-    m_state.showResultInTitle(tr("Record ") + result.regNo + tr(" UPDATED"));
-    return result;
+    DataLock lock(m_state.dataPath(), lockWait);
+    if (FileError error = takeDataLock(lock, m_state.prompter))
+        return failed(error);
+    const LineEdit edit = [&](QByteArrayView stored, QByteArray& out) {
+        if (!key.isEmpty() && RecordLine(stored).hasRegNo(key))
+            return replace(stored, out);
+        out.append(stored);
+        out.append(kLineEnd);
+    };
+    if (FileError error =
+            rewriteLines(monthFilePath(m_state.dataPath(), bookingYymm), edit, nullptr, writePath))
+        return failed(error);
+    if (afterWrite)
+        afterWrite();
+    return {StoreResult::Status::Ok, {}, regNoText.trimmed()};
 }
 
-StoreResult RecordStore::DeleteBooking(const QString& bookingYymm, const QString& regNoText) {
-    const QByteArray key = keyOf(regNoText);
-    {
-        DataLock lock(m_state.dataPath(), lockWait);
-        if (FileError error = takeDataLock(lock, m_state.prompter))
-            return failed(error);
-        const LineEdit drop = [&](QByteArrayView stored, QByteArray& out) {
-            if (!key.isEmpty() && RecordLine(stored).hasRegNo(key))
-                return;
-            out.append(stored);
-            out.append(kLineEnd);
-        };
-        if (FileError error =
-                rewriteLines(monthFilePath(m_state.dataPath(), bookingYymm), drop, nullptr, writePath))
-            return failed(error);
-        // The photo goes only once its booking is gone, so a failed delete leaves both in place.
-        if (!key.isEmpty())
-            deletePhotos(m_state.dataPath(), regNoText.trimmed(), m_state.record[Field::FirstName],
-                         m_state.record[Field::LastName]);
-    }
-    m_state.showResultInTitle(tr("One Booking DELETED"));
-    return {StoreResult::Status::Ok, {}, regNoText.trimmed(), {}};
+StoreResult RecordStore::UpdateRecord(const CurrentRecord& booking, const QString& bookingYymm,
+                                      const QString& regNoText) {
+    if (const QString fault = namesFault(booking); !fault.isEmpty())
+        return refused(fault);
+    const QByteArray line = encodeRecordLine(booking);
+    return replaceLines(bookingYymm, regNoText, [&](QByteArrayView, QByteArray& out) {
+        out.append(line);
+        out.append(kLineEnd);
+    });
+}
+
+StoreResult RecordStore::UpdatePass(const CurrentRecord& booking, const QString& bookingYymm,
+                                    const QString& regNoText) {
+    const QByteArray encoded = encodeRecordLine(booking);
+    return replaceLines(bookingYymm, regNoText, [&](QByteArrayView stored, QByteArray& out) {
+        QByteArray line = stored.toByteArray();
+        for (Field f : kPassFields) {
+            const FieldSpec& spec = fieldSpec(f);
+            const qsizetype end = spec.column - 1 + spec.width;
+            if (line.size() < end)
+                line.append(QByteArray(end - line.size(), ' '));
+            line.replace(spec.column - 1, spec.width, encoded.mid(spec.column - 1, spec.width));
+        }
+        out.append(line);
+        out.append(kLineEnd);
+    });
+}
+
+StoreResult RecordStore::DeleteBooking(const QString& bookingYymm, const QString& regNoText,
+                                       const QString& firstName, const QString& lastName) {
+    // The photo goes only once its booking is gone, so a failed delete leaves both in place.
+    return replaceLines(
+        bookingYymm, regNoText, [](QByteArrayView, QByteArray&) {},
+        [&] {
+            if (!keyOf(regNoText).isEmpty())
+                deletePhotos(m_state.dataPath(), regNoText.trimmed(), firstName, lastName);
+        });
 }
 
 } // namespace porvane

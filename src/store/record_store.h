@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QString>
+#include <array>
 #include <chrono>
 #include <functional>
 
@@ -13,18 +14,17 @@ namespace porvane {
 
 class WritePath;
 
-// What a store operation did. On anything but Ok the current record is left exactly as it was, so nothing
-// the operator typed is lost.
+// What a store operation did. The store never talks to the operator: a refusal or a failed write comes back
+// here, and the desk shows it; the record the desk holds is never touched.
 struct StoreResult {
     enum class Status {
         Ok,
-        Refused,    // a validation message was shown; nothing was written
+        Refused,    // error.text says why (a validation message); nothing was written
         FileFailed, // error holds the number and text to show (also: data folder held by another desk)
     };
     Status status = Status::Ok;
     FileError error;
-    QString regNo;     // the booking's identifier after the operation
-    QString passLabel; // "Pass Revoked" after an update that revoked the pass, else empty
+    QString regNo; // the booking's identifier after the operation
 
     bool ok() const { return status == Status::Ok; }
 };
@@ -37,8 +37,12 @@ QString makeRegNo(const QDateTime& now, const QString& bookingYymm);
 // file that cannot be read leaves error set. Takes no lock: a read always sees one whole version of the file.
 bool readBookingLine(const QString& dataPath, const QString& regNo, CurrentRecord& record, FileError& error);
 
-// Saves, updates and deletes the current record's line in its month file <data>/Record/<yymm>.vrf. Every
-// change is made under the data folder's lock, from a fresh read, and replaces the file atomically.
+// The four pass fields, blanked when a pass is revoked.
+inline constexpr std::array<Field, 4> kPassFields{Field::PassStart, Field::PassEnd, Field::PassPeriod,
+                                                  Field::PassIssued};
+
+// Saves, updates and deletes a booking's line in its month file <data>/Record/<yymm>.vrf. Every change is
+// made under the data folder's lock, from a fresh read, and replaces the file atomically.
 class RecordStore {
     Q_DECLARE_TR_FUNCTIONS(RecordStore)
 
@@ -49,22 +53,28 @@ public:
     std::chrono::milliseconds lockWait{10000};
     // Where the bytes go; tests hand in one that fails part-way. Null means the real file system.
     WritePath* writePath = nullptr;
-    // Called with "Pass Revoked" the moment an update has revoked the pass, before the one-second pause,
-    // so the window can show it in its pass label.
-    std::function<void(const QString&)> passLabelShown;
 
     // Validates names, department and organisation, makes a new RegNo from the clock and the booking month
-    // ("yymm") and appends the line. On success RegNo is set and the record is marked saved.
-    StoreResult SaveNewRecord(const QString& bookingYymm);
+    // ("yymm") and appends the booking's line under it; the result carries the new RegNo.
+    StoreResult SaveNewRecord(const CurrentRecord& booking, const QString& bookingYymm);
     // Validates the names and replaces every line of the month whose identifier equals regNoText (the
-    // registration box) with the current record's line, revoking the pass first when RemovePassRequested.
-    StoreResult UpdateRecord(const QString& bookingYymm, const QString& regNoText);
-    // Removes every line whose identifier equals regNoText, then the booking's photo.
-    StoreResult DeleteBooking(const QString& bookingYymm, const QString& regNoText);
+    // registration box) with the booking's line.
+    StoreResult UpdateRecord(const CurrentRecord& booking, const QString& bookingYymm,
+                             const QString& regNoText);
+    // Writes only the pass fields of the booking into those lines; the rest of each stored line stays as it
+    // is, so edits not yet saved are not stored behind the operator's back.
+    StoreResult UpdatePass(const CurrentRecord& booking, const QString& bookingYymm,
+                           const QString& regNoText);
+    // Removes every line whose identifier equals regNoText, then the booking's photo (under its names).
+    StoreResult DeleteBooking(const QString& bookingYymm, const QString& regNoText, const QString& firstName,
+                              const QString& lastName);
 
 private:
-    bool namesValid();
-    bool refuse(const QString& text);
+    // Rewrites the month with each line of the identifier handed to replace, which writes what takes its
+    // place (lines with their line ends, or nothing).
+    StoreResult replaceLines(const QString& bookingYymm, const QString& regNoText,
+                             const std::function<void(QByteArrayView stored, QByteArray& out)>& replace,
+                             const std::function<void()>& afterWrite = {});
 
     AppState& m_state;
 };

@@ -1,74 +1,382 @@
-#include "desk_fixture.h"
+#include "desk_window.h"
 
-#include <QDir>
-#include <QFile>
+#include <QCheckBox>
+#include <QScrollBar>
 
 using namespace porvane;
-using porvane::test::DeskFlow;
+using porvane::test::DeskWindow;
+using porvane::test::handLine;
+using namespace Qt::Literals::StringLiterals;
 
-TEST_F(DeskFlow, passLabelFollowsTheDateAndARemovalRequestedByThePassWindowIsStored) {
-    folder.write(QStringLiteral("Record/2403.vrf"), porvane::test::handLine({{1, "240310090000"},
-                                                                             {14, "Al"},
-                                                                             {31, "Bond"},
-                                                                             {936, "14-03-2024"},
-                                                                             {947, "21-03-2024"},
-                                                                             {958, "1W"},
-                                                                             {969, "14-03-2024 at 09:05"}}) +
-                                                        "\r\n");
-    editor.openRow(QStringLiteral("240310090000"));
-    EXPECT_EQ(editor.view().PassPrntdLa.text, u"21-03-2024  1 Week");
-    EXPECT_EQ(editor.view().PassPrntdLa.background, editor_colour::kGreen);
-    clock.set(QDateTime(QDate(2024, 3, 22), QTime(8, 0)));
-    editor.showRecord();
-    EXPECT_EQ(editor.view().PassPrntdLa.text, u"Pass NOT Valid");
-    EXPECT_EQ(editor.view().PassPrntdLa.background, editor_colour::kFilled);
+namespace {
 
-    state.RemovePassRequested = true;
-    editor.recordWindowClosed();
-    EXPECT_EQ(monthLines("2403").value(0).mid(935, 52), QByteArray(52, ' '));
-    EXPECT_FALSE(state.RemovePassRequested);
-    EXPECT_EQ(editor.view().PassPrntdLa.text, u"No Pass on-File");
+// Ann Lee, due today (23 November) at 09:30; Bob Ray due on the 22nd; Cy Day due today at 14:15.
+const QByteArray kAnn = handLine({{1, "261101080000"},
+                                  {14, "Ann"},
+                                  {31, "Lee"},
+                                  {504, "VISITOR"},
+                                  {525, "ENGINEERING"},
+                                  {550, "Lee & Co"},
+                                  {1060 + 4 * 22, "0930"}});
+const QByteArray kCy = handLine({{1, "261103080000"},
+                                 {14, "Cy"},
+                                 {31, "Day"},
+                                 {525, "SALES"},
+                                 {550, "Day plc"},
+                                 {1060 + 4 * 22, "1415"}});
+
+class DeskFlow : public DeskWindow {
+protected:
+    void writeNovember(std::initializer_list<QByteArray> lines) {
+        QByteArray file;
+        for (const QByteArray& l : lines)
+            file += l + "\r\n";
+        folder.write(QStringLiteral("Record/2611.vrf"), file);
+    }
+    // Today's day list, then the row of a booking opened.
+    void openFromTodaysList(int row) {
+        click("cmdGetToday");
+        clickRow(row);
+    }
+};
+
+} // namespace
+
+// New, names, category, department, a time today, Save; the on-site list; IN; the pass window; OUT.
+TEST_F(DeskFlow, aTypicalVisitFromBookingToDeparture) {
+    typeNewBooking(QStringLiteral("John S"), QStringLiteral("mith7"), QStringLiteral("Acme Widgets"));
+    EXPECT_EQ(text("FirstNameTB"), u"John");
+    EXPECT_EQ(text("LastNameTB"), u"Smith") << "a blank moves on to the last name; digits are refused";
+    find<QComboBox>("CataCB")->setCurrentText(QStringLiteral("CONTRACTOR"));
+    addTime(23, QStringLiteral("10:00"));
+    click("cmdSAVE");
+    EXPECT_EQ(prompter.texts(), QStringList{u"New Booking made for JOHN SMITH in NOVEMBER 2026 Ok"_s});
+
+    const QList<QByteArray> lines = monthLines("2611");
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_EQ(lines[0].size(), 1186);
+    EXPECT_EQ(lines[0].left(12), "261123093015");
+    EXPECT_EQ(columns(lines[0], 14, 16) + '|' + columns(lines[0], 31, 18), "John|Smith");
+    EXPECT_EQ(columns(lines[0], 504, 20), "CONTRACTOR");
+    EXPECT_EQ(columns(lines[0], 550, 50), "Acme Widgets");
+    EXPECT_EQ(bookedTime(lines[0], 23), "1000");
+    EXPECT_EQ(text("RegNoTB"), u"261123093015");
+    EXPECT_EQ(window().windowTitle(), u"Tarnwell Solutions Porvane 90  [ Record 261123093015 SAVED ]");
+
+    click("cmdDayList");
+    ASSERT_EQ(cell(0, 0).trimmed(), u"261123093015");
+    EXPECT_EQ(highlightedRow(), 0) << "the booking in the editor is the highlighted row";
+    click("cmdIN");
+    const QString status = QStringLiteral("Status/261123.vdf");
+    EXPECT_EQ(folder.read(status).mid(990, 10), "09:30  -  ");
+    EXPECT_EQ(label("LaON_Site"), u"09:30");
+
+    bool passShown = false;
+    whenModal([&](QWidget* pass) {
+        passShown = pass->objectName() == u"frmPass";
+        static_cast<QDialog*>(pass)->reject();
+    });
+    click("cmdPass");
+    EXPECT_TRUE(passShown);
+
+    clock.advanceSeconds(2 * 3600);
+    click("cmdOUT");
+    EXPECT_EQ(folder.read(status).mid(990, 10), "09:3011:30");
+    EXPECT_EQ(label("LaOFFSite"), u"11:30");
+    EXPECT_EQ(cell(0, 7), u"11:30") << "the on-site list shows the departure";
+    EXPECT_EQ(monthLines("2611"), lines) << "arrival and departure never touch the month file";
 }
 
-TEST_F(DeskFlow, dataFolderRemovedOrUnreadableWhileTheDeskRuns_showsMessages_andKeepsTheBookingInTheEditor) {
-    editor.cmdNEW();
-    typeBooking();
-    editor.cmdSAVE();
-    ASSERT_EQ(editor.box(Field::RegNo), u"240314100507");
-    const QString data = state.dataPath();
-    const QString moved = folder.appPath() + QStringLiteral("moved");
+// Fields typed in the two detail dialogs are part of the booking: SAVE writes them, and a dialog closed with
+// Cancel takes away neither its own edits' absence nor the editor's unsaved edits and times.
+TEST_F(DeskFlow, detailDialogsEditTheBookingAndNothingIsMarkedSavedBehindTheOperatorsBack) {
+    writeNovember({kAnn, kCy});
+    openFromTodaysList(0);
+    whenModal([](QWidget* dialog) {
+        keys(child<QLineEdit>(dialog, "PersDOBTB"), QStringLiteral("12-05-1980"));
+        keys(child<QLineEdit>(dialog, "PersTownTB"), QStringLiteral("Leeds"));
+        child<QCheckBox>(dialog, "PersIOPMck")->click();
+        QTest::mouseClick(child<QPushButton>(dialog, "cmdPersOK"), Qt::LeftButton);
+    });
+    click("cmdPersDetail");
+    click("cmdSAVE");
+    QByteArray ann = monthLines("2611")[0];
+    EXPECT_EQ(columns(ann, 246, 10) + '|' + columns(ann, 180, 18) + '|' + columns(ann, 257, 2),
+              "12-05-1980|Leeds|1");
 
-    // The share goes away: the folder is gone.
-    ASSERT_TRUE(QDir().rename(data, moved));
-    prompter.clear();
-    editor.setBoxText(Field::Organisation, QStringLiteral("Acme Widgets plc"));
-    editor.cmdSAVE();
-    ASSERT_EQ(prompter.messages().size(), 1);
-    EXPECT_TRUE(prompter.last().text.startsWith(QStringLiteral("The booking could not be saved")) ||
-                prompter.last().text.contains(QStringLiteral("error 76")))
-        << prompter.last().text.toStdString();
-    EXPECT_TRUE(prompter.last().text.contains(QStringLiteral("The booking is still in the editor.")));
-    EXPECT_EQ(editor.box(Field::Organisation), u"Acme Widgets plc");
-    EXPECT_EQ(editor.box(Field::RegNo), u"240314100507");
-    EXPECT_EQ(state.record[Field::Organisation], u"Acme Widgets plc");
+    // Unsaved edits in the editor and the times grid outlive a dialog closed with Cancel (after Clear).
+    type("PersCarRegTB", QStringLiteral("AB12 CDE"));
+    addTime(24, QStringLiteral("08:15"));
+    whenModal([](QWidget* dialog) {
+        QTest::mouseClick(child<QPushButton>(dialog, "cmdPersClear"), Qt::LeftButton);
+        QTest::mouseClick(child<QPushButton>(dialog, "cmdPersCancel"), Qt::LeftButton);
+    });
+    click("cmdPersDetail");
+    EXPECT_EQ(text("PersCarRegTB"), u"AB12 CDE");
+    EXPECT_EQ(timeCell(24), u"08:15");
+    click("cmdSAVE");
+    ann = monthLines("2611")[0];
+    EXPECT_EQ(columns(ann, 69, 10), "AB12 CDE");
+    EXPECT_EQ(bookedTime(ann, 24), "0815");
+    EXPECT_EQ(columns(ann, 180, 18), "Leeds") << "Cancel after Clear put every field back";
 
-    // It comes back, but the month file cannot be read (a folder stands in its place).
-    ASSERT_TRUE(QDir().rename(moved, data));
-    const QString monthFile = folder.path(QStringLiteral("Record/2403.vrf"));
-    ASSERT_TRUE(QFile::rename(monthFile, monthFile + QStringLiteral(".away")));
-    ASSERT_TRUE(QDir().mkdir(monthFile));
-    prompter.clear();
-    editor.cmdSAVE();
-    ASSERT_EQ(prompter.messages().size(), 1);
-    EXPECT_TRUE(prompter.last().text.contains(QStringLiteral("The booking is still in the editor.")))
-        << prompter.last().text.toStdString();
-    EXPECT_EQ(editor.box(Field::Organisation), u"Acme Widgets plc");
+    // The person visited, typed in the location dialog, makes another row's click ask first.
+    whenModal([](QWidget* dialog) {
+        keys(child<QLineEdit>(dialog, "LocVisitingTB"), QStringLiteral("Dr Ray"));
+        static_cast<QDialog*>(dialog)->accept();
+    });
+    click("cmdLocDetail");
+    prompter.queue(Answer::Yes);
+    clickRow(1);
+    EXPECT_EQ(prompter.texts().value(0),
+              u"The current booking for ANN LEE has changed.\r\nDo you wish to save it? ");
+    EXPECT_EQ(columns(monthLines("2611")[0], 758, 36), "Dr Ray");
+    EXPECT_EQ(text("RegNoTB"), u"261103080000");
+}
 
-    // Once the file is back the same SAVE stores the edit.
-    ASSERT_TRUE(QDir().rmdir(monthFile));
-    ASSERT_TRUE(QFile::rename(monthFile + QStringLiteral(".away"), monthFile));
+// A renamed booking goes through the save decision before its pass: the old booking stays, a second is made,
+// and the pass print stores only pass fields.
+TEST_F(DeskFlow, passAfterARenameAsksAndKeepsTheOldPersonsBooking) {
+    writeNovember({kAnn});
+    openFromTodaysList(0);
+    retype("FirstNameTB", QStringLiteral("Anna"));
+    retype("CatOrganTB", QStringLiteral("Other Firm"));
+    prompter.queue({Answer::Yes, Answer::Ok});
+    whenModal([](QWidget* pass) { static_cast<QDialog*>(pass)->reject(); });
+    click("cmdPass");
+    EXPECT_EQ(prompter.texts(),
+              (QStringList{u"The current booking for ANNA LEE has changed.\r\nDo you wish to save it? "_s,
+                           u"Porvane has created a New Record for Anna Lee"_s}));
+    const QList<QByteArray> lines = monthLines("2611");
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_EQ(lines[0], kAnn) << "the old person's booking is untouched";
+    EXPECT_EQ(columns(lines[1], 14, 16) + '|' + columns(lines[1], 550, 50), "Anna|Other Firm");
+
+    // Cancel keeps the pass window shut and the edit on screen.
+    retype("CatOrganTB", QStringLiteral("Third Firm"));
     prompter.clear();
-    editor.cmdSAVE();
-    EXPECT_TRUE(prompter.messages().isEmpty()) << prompter.texts().join(u'|').toStdString();
-    EXPECT_EQ(stored(monthLines("2403").value(0), Field::Organisation), "Acme Widgets plc");
+    prompter.queue(Answer::Cancel);
+    click("cmdPass");
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_EQ(text("CatOrganTB"), u"Third Firm");
+    EXPECT_EQ(monthLines("2611").size(), 2);
+}
+
+// The month boxes always show the month a booking is written to.
+TEST_F(DeskFlow, aBookingLandsOnlyInTheMonthTheBoxesShow) {
+    writeNovember({kAnn});
+    openFromTodaysList(0);
+    pick("CBGetMonth", QStringLiteral("DECEMBER"));
+    retype("CatOrganTB", QStringLiteral("Lee & Sons"));
+    click("cmdSAVE");
+    EXPECT_EQ(columns(monthLines("2611")[0], 550, 50), "Lee & Sons")
+        << "the update goes to the booking's month";
+    EXPECT_EQ(combo("CBGetMonth"), u"NOVEMBER") << "the boxes follow the booking saved";
+
+    typeNewBooking(QStringLiteral("Dee"), QStringLiteral("Fox"), QStringLiteral("Fox Ltd"));
+    EXPECT_EQ(label("laBookMonth"), u"NOVEMBER 2026");
+    click("cmdSAVE");
+    EXPECT_EQ(prompter.texts().last(), u"New Booking made for DEE FOX in NOVEMBER 2026 Ok");
+    EXPECT_EQ(monthLines("2611").size(), 2);
+    EXPECT_FALSE(folder.exists(QStringLiteral("Record/2612.vrf")));
+
+    // An October pass holder opened from the on-site list moves the boxes to October, in sight.
+    folder.write(QStringLiteral("Record/2610.vrf"), handLine({{1, "261030080000"},
+                                                              {14, "Oz"},
+                                                              {31, "Holt"},
+                                                              {525, "SALES"},
+                                                              {550, "Holt plc"},
+                                                              {936, "30-10-2026"},
+                                                              {947, "30-11-2026"},
+                                                              {958, "1M"},
+                                                              {969, "30-10-2026 at 08:00"}}) +
+                                                        "\r\n");
+    click("cmdDayList");
+    for (int row = 0; row < grid()->model()->rowCount(); ++row)
+        if (cell(row, 0).trimmed() == u"261030080000")
+            clickRow(row);
+    ASSERT_EQ(text("RegNoTB"), u"261030080000");
+    EXPECT_EQ(combo("CBGetMonth"), u"OCTOBER");
+    EXPECT_EQ(label("laBookMonth"), u"OCTOBER 2026");
+    typeNewBooking(QStringLiteral("Walk"), QStringLiteral("Inn"), QStringLiteral("Inn Ltd"));
+    click("cmdSAVE");
+    EXPECT_EQ(monthLines("2610").size(), 2) << "NEW booked into the month the boxes show";
+    EXPECT_EQ(combo("CBGetMonth"), u"OCTOBER");
+}
+
+TEST_F(DeskFlow, aDeletedBookingLeavesTheEditorAndCannotBeSavedAgain) {
+    writeNovember({kAnn, kCy});
+    openFromTodaysList(1);
+    prompter.queue(Answer::Yes);
+    click("cmdDelete");
+    EXPECT_EQ(prompter.texts(),
+              QStringList{u"This will DELETE this Booking for CY DAY \r\nDo you wish to Proceed? "_s});
+    EXPECT_EQ(monthLines("2611"), QList<QByteArray>{kAnn});
+    EXPECT_EQ(text("RegNoTB"), u"");
+    EXPECT_EQ(text("FirstNameTB"), u"");
+    EXPECT_EQ(window().windowTitle(), u"Tarnwell Solutions Porvane 90  [ One Booking DELETED ]");
+    prompter.clear();
+    click("cmdSAVE");
+    click("cmdNEW");
+    EXPECT_EQ(monthLines("2611"), QList<QByteArray>{kAnn}) << "nothing of the deleted booking is written";
+    EXPECT_EQ(window().windowTitle(), u"Tarnwell Solutions Porvane 90  [ One Booking DELETED ]");
+}
+
+// The highlighted row is the booking in the editor: after SAVE, after keys move the highlight, after a
+// cancelled question, and after IN and OUT, which keep the list's place.
+TEST_F(DeskFlow, theHighlightedRowIsAlwaysTheBookingInTheEditor) {
+    QList<QByteArray> many;
+    for (int i = 0; i < 40; ++i)
+        many << handLine({{1, QByteArray("2611010800").append(QByteArray::number(10 + i)).constData()},
+                          {14, "Vi"},
+                          {31, QByteArray("Sitor").append(QByteArray::number(10 + i)).constData()},
+                          {525, "SALES"},
+                          {550, "Firm Ltd"},
+                          {1060 + 4 * 22, "0900"}});
+    QByteArray file;
+    for (const QByteArray& l : many)
+        file += l + "\r\n";
+    folder.write(QStringLiteral("Record/2611.vrf"), file);
+    openFromTodaysList(1);
+    retype("CatOrganTB", QStringLiteral("Firm plc"));
+    click("cmdSAVE");
+    EXPECT_EQ(highlightedRow(), 1);
+
+    grid()->setFocus();
+    QTest::keyClick(grid(), Qt::Key_Down);
+    EXPECT_EQ(text("RegNoTB"), cell(2, 0).trimmed()) << "the arrow key opened the row it moved to";
+    retype("PersMobTB", QStringLiteral("0777"));
+    prompter.queue(Answer::Cancel);
+    QTest::keyClick(grid(), Qt::Key_Down);
+    EXPECT_EQ(highlightedRow(), 2) << "a cancelled question puts the highlight back";
+    EXPECT_EQ(text("PersMobTB"), u"0777");
+    prompter.queue(Answer::No);
+    QTest::keyClick(grid(), Qt::Key_Down);
+    EXPECT_EQ(highlightedRow(), 3);
+
+    click("cmdDayList");
+    clickRow(30);
+    const int scrolled = grid()->verticalScrollBar()->value();
+    ASSERT_GT(scrolled, 0);
+    const QString regNo = text("RegNoTB");
+    click("cmdIN");
+    EXPECT_EQ(highlightedRow(), 30);
+    EXPECT_EQ(cell(30, 0).trimmed(), regNo);
+    EXPECT_EQ(grid()->verticalScrollBar()->value(), scrolled);
+    click("cmdOUT");
+    EXPECT_EQ(cell(highlightedRow(), 0).trimmed(), regNo);
+    const QByteArray status = folder.read(QStringLiteral("Status/261123.vdf"));
+    EXPECT_EQ(status.mid(status.indexOf(regNo.toLatin1()) + 990, 10), "09:3009:30");
+}
+
+// IN on a walk-in who is not on today's list books them for today first, so the roll call has them.
+TEST_F(DeskFlow, inOnAWalkInBooksThemForTodayAndWritesTheArrival) {
+    writeNovember({kAnn});
+    typeNewBooking(QStringLiteral("Wes"), QStringLiteral("Kay"), QStringLiteral("Kay Ltd"));
+    click("cmdSAVE");
+    click("cmdDayList");
+    const QString status = QStringLiteral("Status/261123.vdf");
+    ASSERT_EQ(folder.read(status).size(), 1188) << "only Ann is due today";
+
+    prompter.clear();
+    prompter.queue(Answer::No);
+    click("cmdIN");
+    EXPECT_EQ(
+        prompter.texts(),
+        QStringList{
+            u"WES KAY is not on today's list.\r\nBook this visitor for today at 09:30 and mark the arrival?"_s});
+    EXPECT_EQ(label("LaON_Site"), u"  -  ") << "no arrival shown that was not written";
+    EXPECT_EQ(folder.read(status).size(), 1188);
+
+    prompter.queue(Answer::Yes);
+    click("cmdIN");
+    EXPECT_EQ(bookedTime(monthLines("2611")[1], 23), "0930");
+    const QByteArray lines = folder.read(status);
+    const qsizetype at = lines.indexOf("261123093015");
+    ASSERT_GE(at, 0) << "the walk-in is on today's status file";
+    EXPECT_EQ(lines.mid(at + 990, 10), "09:30  -  ");
+    EXPECT_EQ(label("LaON_Site"), u"09:30");
+}
+
+// ADD and SUB act on the chosen cell and keep it; Delete empties it; a booking opens on its last booked day.
+TEST_F(DeskFlow, timesGridKeepsItsCellAndShowsTheBookedDays) {
+    writeNovember({handLine({{1, "261101080000"},
+                             {14, "Ann"},
+                             {31, "Lee"},
+                             {525, "SALES"},
+                             {550, "Lee & Co"},
+                             {1060 + 4 * 22, "0930"},
+                             {1060 + 4 * 29, "1100"}})});
+    openFromTodaysList(0);
+    auto* times = find<QTableView>("TimeGrid");
+    EXPECT_TRUE(times->viewport()->rect().intersects(times->visualRect(times->model()->index(29, 1))))
+        << "the 30th, the last booked day, is in sight";
+
+    addTime(5, QStringLiteral("09:00"));
+    QTest::keyClick(times, Qt::Key_Down);
+    click("cmdADD");
+    EXPECT_EQ(timeCell(5) + u'|' + timeCell(6), u"09:00|09:00");
+    EXPECT_EQ(times->currentIndex().row(), 5) << "ADD keeps the chosen day";
+    click("cmdSUB");
+    EXPECT_EQ(timeCell(6), u"");
+    chooseTimeCell(23);
+    QTest::keyClick(times, Qt::Key_Delete);
+    EXPECT_EQ(timeCell(23), u"");
+
+    prompter.queue(Answer::Yes);
+    click("cmdSAVE");
+    const QByteArray ann = monthLines("2611")[0];
+    EXPECT_EQ(bookedTime(ann, 5) + bookedTime(ann, 6) + bookedTime(ann, 23) + bookedTime(ann, 30),
+              "0900        1100");
+}
+
+// Letters of the desk's code page, accented ones included, and apostrophes are names; editing keys work.
+TEST_F(DeskFlow, realNamesAreTypedAsTheyAre) {
+    click("cmdNEW");
+    type("FirstNameTB", QStringLiteral("José"));
+    type("LastNameTB", QStringLiteral("O'Neill"));
+    EXPECT_EQ(text("FirstNameTB") + u'|' + text("LastNameTB"), u"José|O'Neill");
+    retype("LastNameTB", QStringLiteral("Müller-Łukasz"));
+    EXPECT_EQ(text("LastNameTB"), u"Müller-ukasz") << "only Ł, which the files cannot hold, is refused";
+    auto* last = find<QLineEdit>("LastNameTB");
+    QTest::keyClick(last, Qt::Key_Home);
+    QTest::keyClick(last, Qt::Key_Delete);
+    EXPECT_EQ(last->text(), u"üller-ukasz");
+    retype("LastNameTB", QStringLiteral("Doe"));
+    EXPECT_EQ(text("LastNameTB"), u"Doe");
+}
+
+// A pass revoked in the pass window is stored when the window closes, with "Pass Revoked" in sight meanwhile.
+TEST_F(DeskFlow, revokingAPassShowsItAndBlanksThePassColumns) {
+    writeNovember({handLine({{1, "261101080000"},
+                             {14, "Ann"},
+                             {31, "Lee"},
+                             {525, "SALES"},
+                             {550, "Lee & Co"},
+                             {936, "20-11-2026"},
+                             {947, "27-11-2026"},
+                             {958, "1W"},
+                             {969, "20-11-2026 at 08:00"},
+                             {1060 + 4 * 22, "0930"}})});
+    openFromTodaysList(0);
+    EXPECT_EQ(label("PassPrntdLa"), u"27-11-2026  1 Week");
+    QStringList shownDuringPause;
+    pause.onWait = [&] {
+        shownDuringPause << label("PassPrntdLa");
+    };
+    whenModal([&](QWidget* pass) {
+        prompter.queue(Answer::Yes);
+        QTest::mouseClick(child<QPushButton>(pass, "cmdRemovePass"), Qt::LeftButton);
+    });
+    click("cmdPass");
+    EXPECT_TRUE(shownDuringPause.contains(u"Pass Revoked"_s)) << shownDuringPause.join(u'|').toStdString();
+    EXPECT_EQ(monthLines("2611")[0].mid(935, 52), QByteArray(52, ' '));
+    EXPECT_EQ(label("PassPrntdLa"), u"No Pass on-File");
+}
+
+TEST_F(DeskFlow, fitsA1024By768Screen) {
+    EXPECT_LE(window().frameGeometry().width(), 1024);
+    EXPECT_LE(window().frameGeometry().height(), 768);
+    EXPECT_LE(window().minimumSizeHint().width(), 1024);
+    EXPECT_LE(window().minimumSizeHint().height(), 740);
 }

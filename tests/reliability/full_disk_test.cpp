@@ -71,14 +71,14 @@ TEST_F(FullDisk, saveAndUpdateFailWithDiskFull_leaveTheMonthAndNoTemporaryFile_a
     desk.state.record[Field::CarReg] = u"typed"_s;
     const QString monthPath = desk.folder.path(u"Record/2403.vrf"_s);
 
-    StoreResult result = store.UpdateRecord(u"2403"_s, u"240301090000"_s);
+    StoreResult result = store.UpdateRecord(desk.state.record, u"2403"_s, u"240301090000"_s);
     EXPECT_EQ(result.error.number, 61);
     EXPECT_EQ(result.error.text, u"Disk full: "_s + monthPath);
     EXPECT_EQ(monthHash(), hash);
 
     desk.state.record[Field::Department] = u"STORES"_s;
     desk.state.record[Field::Organisation] = u"Full Disk Ltd"_s;
-    result = store.SaveNewRecord(u"2403"_s);
+    result = store.SaveNewRecord(desk.state.record, u"2403"_s);
     EXPECT_EQ(result.error.number, 61);
     EXPECT_EQ(result.error.text, u"Disk full: "_s + monthPath);
     EXPECT_EQ(monthHash(), hash) << "the part of the line that fitted was taken back";
@@ -88,9 +88,9 @@ TEST_F(FullDisk, saveAndUpdateFailWithDiskFull_leaveTheMonthAndNoTemporaryFile_a
     EXPECT_FALSE(QFileInfo::exists(DataLock::lockPath(desk.state.dataPath())));
 
     ASSERT_TRUE(QFile::remove(desk.folder.path(u"filler"_s)));
-    result = store.UpdateRecord(u"2403"_s, u"240301090000"_s);
+    result = store.UpdateRecord(desk.state.record, u"2403"_s, u"240301090000"_s);
     ASSERT_TRUE(result.ok()) << result.error.text.toStdString();
-    result = store.SaveNewRecord(u"2403"_s);
+    result = store.SaveNewRecord(desk.state.record, u"2403"_s);
     ASSERT_TRUE(result.ok()) << result.error.text.toStdString();
     const QByteArray after = desk.folder.read(u"Record/2403.vrf"_s);
     EXPECT_EQ(after.size(), month.size() + 1188);

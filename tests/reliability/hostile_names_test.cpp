@@ -67,7 +67,7 @@ TEST(HostileNames, deletingBookingsWithHostileNamesRemovesNothingOutsideTheirPho
             desk.state.record[Field::RegNo] = regNoText;
             desk.state.record[Field::FirstName] = name;
             desk.state.record[Field::LastName] = name;
-            const StoreResult result = store.DeleteBooking(u"2403"_s, regNoText);
+            const StoreResult result = store.DeleteBooking(u"2403"_s, regNoText, name, name);
             EXPECT_TRUE(result.ok()) << result.error.text.toStdString();
         }
     }

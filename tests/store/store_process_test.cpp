@@ -108,14 +108,14 @@ TEST(StoreChild, DISABLED_saveThenUpdateMany) {
         desk.state.record[Field::Organisation] = u"Desk Test"_s;
         desk.state.record[Field::CarReg] = u"saved"_s;
         desk.clock.set(QDateTime(QDate(2026, 1, 10 + index), QTime(10, 0).addSecs(i)));
-        const StoreResult saved = desk.store.SaveNewRecord(u"2403"_s);
+        const StoreResult saved = desk.store.SaveNewRecord(desk.state.record, u"2403"_s);
         ASSERT_TRUE(saved.ok()) << saved.error.text.toStdString();
         QThread::usleep(QRandomGenerator::global()->bounded(2000));
 
         desk.open(saved.regNo);
         ASSERT_EQ(desk.state.record[Field::LastName], u"Visit%1"_s.arg(i)) << "own booking not found";
         desk.state.record[Field::CarReg] = u"U%1-%2"_s.arg(index).arg(i);
-        const StoreResult updated = desk.store.UpdateRecord(u"2403"_s, saved.regNo);
+        const StoreResult updated = desk.store.UpdateRecord(desk.state.record, u"2403"_s, saved.regNo);
         ASSERT_TRUE(updated.ok()) << updated.error.text.toStdString();
         QThread::usleep(QRandomGenerator::global()->bounded(2000));
     }
@@ -202,7 +202,7 @@ namespace {
             desk.state.record[Field::Department] = u"STORES"_s;
             desk.state.record[Field::Organisation] = u"Crash Test"_s;
             desk.clock.set(QDateTime(QDate(2026, 1, 1), QTime(0, 0)).addSecs(round * 60));
-            const StoreResult saved = desk.store.SaveNewRecord(u"2403"_s);
+            const StoreResult saved = desk.store.SaveNewRecord(desk.state.record, u"2403"_s);
             if (!saved.ok())
                 ::_exit(4);
             say("S " + saved.regNo.toLatin1() + '\n');
@@ -211,7 +211,7 @@ namespace {
         decodeRecordLine(RecordLine(kOwnLine), desk.state.record);
         const int version = round * 100000 + k;
         desk.state.record[Field::CarReg] = QString::number(version);
-        if (!desk.store.UpdateRecord(u"2403"_s, kOwnRegNo).ok())
+        if (!desk.store.UpdateRecord(desk.state.record, u"2403"_s, kOwnRegNo).ok())
             ::_exit(5);
         say("U " + QByteArray::number(version) + '\n');
     }
@@ -327,7 +327,7 @@ TEST(StoreProcesses, lockOfAWriterKilledWhileHoldingIt_isTakenOverWithinTwoSecon
     desk.state.record[Field::CarReg] = u"taken"_s;
     QElapsedTimer took;
     took.start();
-    EXPECT_TRUE(desk.store.UpdateRecord(u"2403"_s, kOwnRegNo).ok());
+    EXPECT_TRUE(desk.store.UpdateRecord(desk.state.record, u"2403"_s, kOwnRegNo).ok());
     EXPECT_LT(took.elapsed(), 2000);
     EXPECT_TRUE(desk.prompter.messages().isEmpty());
     EXPECT_EQ(RecordLine(folder.read(u"Record/2403.vrf"_s)).trimmed(Field::CarReg), u"taken");
