@@ -40,6 +40,13 @@ public:
     void setDayText(const QString& text) { m_day = text, notify(); }
     void setMonthText(const QString& text) { m_month = text, notify(); }
     void setYearText(const QString& text) { m_year = text, notify(); }
+    // All three boxes at once, as the operator left them.
+    void setTexts(const QString& day, const QString& month, const QString& year) {
+        m_day = day;
+        m_month = month;
+        m_year = year;
+        notify();
+    }
     // Sets all three boxes from a date (day as a number, month in capitals, four-digit year).
     void setDate(const QDate& date);
 

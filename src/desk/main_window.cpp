@@ -182,6 +182,7 @@ QWidget* MainWindow::buildEditor() {
     laBookMonth = named(new QLabel, "laBookMonth");
     laBookMonth->setToolTip(
         tr("The month this booking belongs to; NEW books into the month of the date boxes"));
+    RegNoTB->setMinimumWidth(RegNoTB->fontMetrics().horizontalAdvance(QStringLiteral("000000000000")) + 14);
     auto* regNoRow = new QHBoxLayout;
     regNoRow->setSpacing(4);
     regNoRow->addWidget(RegNoTB, 1);
@@ -773,9 +774,7 @@ void MainWindow::openRow(int row) {
 }
 
 void MainWindow::takeDateBoxes() {
-    m_dates.setDayText(CBGetDay->currentText());
-    m_dates.setMonthText(CBGetMonth->currentText());
-    m_dates.setYearText(CBGetYear->currentText());
+    m_dates.setTexts(CBGetDay->currentText(), CBGetMonth->currentText(), CBGetYear->currentText());
 }
 
 void MainWindow::showDateState() {
@@ -894,8 +893,14 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 void MainWindow::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
         setHelpContext(m_state, DeskAction::WindowActivated);
+        // The calendar comes back to today when the operator returns to an idle desk.
+        if (m_state.settings.ckCalAOatT == u"1" && !m_editor.bookingOpen() && !m_booking.newPending()) {
+            m_dates.cmdGetToday(m_state.clock);
+            listDay();
+        }
+    }
     QMainWindow::changeEvent(event);
 }
 

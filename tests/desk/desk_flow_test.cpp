@@ -380,3 +380,23 @@ TEST_F(DeskFlow, fitsA1024By768Screen) {
     EXPECT_LE(window().minimumSizeHint().width(), 1024);
     EXPECT_LE(window().minimumSizeHint().height(), 740);
 }
+
+// "Open on today's list" lists today at start; "calendar back to today" returns an idle desk to today.
+TEST_F(DeskFlow, todaySettingsListTodayAtStartAndBringTheIdleCalendarBack) {
+    writeNovember({kAnn});
+    state.settings.ckShowToday = QStringLiteral("1");
+    state.settings.ckCalAOatT = QStringLiteral("1");
+    EXPECT_EQ(cell(0, 1), u"Ann");
+    window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    pick("CBGetMonth", QStringLiteral("DECEMBER"));
+    QEvent activated(QEvent::ActivationChange);
+    QApplication::sendEvent(&window(), &activated);
+    EXPECT_EQ(combo("CBGetMonth") + u' ' + combo("CBGetDay"), u"NOVEMBER 23");
+
+    clickRow(0);
+    ASSERT_EQ(text("RegNoTB"), u"261101080000") << prompter.texts().join(u'|').toStdString();
+    pick("CBGetMonth", QStringLiteral("DECEMBER"));
+    QApplication::sendEvent(&window(), &activated);
+    EXPECT_EQ(combo("CBGetMonth"), u"DECEMBER") << "a desk with a booking open keeps its month";
+}
