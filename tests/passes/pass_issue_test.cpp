@@ -95,33 +95,6 @@ TEST(PassIssue, endDatesFollowTheCalendar) {
     }
 }
 
-TEST(PassIssue, aLaterStartDayMovesTheEndAndAPastDayIsRefused) {
-    PassDesk d;
-    d.pass.open();
-    d.pass.choose(u"TWO"_s, u"Week"_s);
-    d.pass.toggleCalendar();
-    EXPECT_TRUE(d.pass.view().calendarShown);
-
-    EXPECT_TRUE(d.pass.pickCalendarDay(QDate(2026, 11, 20)));
-    EXPECT_FALSE(d.pass.view().calendarShown);
-    EXPECT_EQ(d.state.pass.PassStartDate, u"20-11-2026");
-    EXPECT_EQ(d.pass.view().PassDateTB, u"20-11-2026");
-    EXPECT_EQ(d.state.pass.PassEndDate, u"04-12-2026");
-    EXPECT_EQ(d.pass.view().laDayNotice, u"PRINTING PASS");
-
-    EXPECT_FALSE(d.pass.pickCalendarDay(QDate(2026, 11, 13)));
-    ASSERT_EQ(d.prompter.messages().size(), 1);
-    EXPECT_EQ(d.prompter.last().text, u"You Cannot Issue a Pass DATED BEFORE Today");
-    EXPECT_EQ(d.prompter.last().title, u"Porvane 90");
-    EXPECT_EQ(d.prompter.last().icon, Icon::Exclamation);
-    EXPECT_EQ(d.pass.view().PASSValidTB, u"I N V A L I D");
-    EXPECT_EQ(d.state.pass.PassEndDate, u"04-12-2026"); // not computed on
-
-    EXPECT_TRUE(d.pass.pickCalendarDay(QDate(2026, 11, 14)));
-    EXPECT_EQ(d.state.pass.PassEndDate, u"28-11-2026");
-    EXPECT_EQ(d.prompter.messages().size(), 1);
-}
-
 TEST(PassIssue, aOneDayPassIsAlwaysForTodayAndHasNoCalendar) {
     PassDesk d;
     d.pass.open();
@@ -185,31 +158,4 @@ TEST(PassIssue, removalAskedOnCloseYesClosesNoAndCancelKeepTheWindow) {
         EXPECT_EQ(closes, answer == Answer::Yes);
         EXPECT_EQ(d.state.RemovePassRequested, answer == Answer::Yes);
     }
-}
-
-TEST(PassIssue, photoMarksAreTakenOnceOnActivation) {
-    PassDesk d;
-    d.pass.open();
-    d.state.JustAttachedMark = true;
-    d.pass.reloadPhoto();
-    EXPECT_TRUE(d.state.pass.PassPhotoShown);
-    EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"1");
-    EXPECT_TRUE(d.state.PassWindowChanged);
-    EXPECT_FALSE(d.state.JustAttachedMark);
-    EXPECT_TRUE(d.pass.view().PassPortIma.endsWith(u"photo/2611/261114090000_Ada_Quist.bmp"));
-
-    d.state.PassWindowChanged = false;
-    d.state.JustDeletedMark = true;
-    d.pass.reloadPhoto();
-    EXPECT_FALSE(d.state.pass.PassPhotoShown);
-    EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"0");
-    EXPECT_TRUE(d.state.PassWindowChanged);
-    EXPECT_FALSE(d.state.JustDeletedMark);
-
-    d.state.PassWindowChanged = false;
-    d.state.JustCapturedMark = true;
-    d.pass.reloadPhoto();
-    EXPECT_TRUE(d.state.pass.PassPhotoShown);
-    EXPECT_FALSE(d.state.PassWindowChanged); // a capture alone does not mark the window changed
-    EXPECT_FALSE(d.state.JustCapturedMark);
 }
