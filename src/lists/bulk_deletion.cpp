@@ -188,6 +188,8 @@ void tally(const QString& path, const Drops& drops, int day, Tally& t) {
 QString BulkDeletion::countLine(Scope scope, int count, int withOtherDays) {
     if (scope != Scope::Day)
         return count == 1 ? tr("That removes 1 booking.") : tr("That removes %1 bookings.").arg(count);
+    if (count > 1 && withOtherDays == 0)
+        return tr("That removes %1 whole bookings; none of them has a visit on another day.").arg(count);
     if (count > 1)
         return tr("That removes %1 whole bookings, with all their days: %2 of them also have visits on other "
                   "days.")
