@@ -131,31 +131,3 @@ TEST(PassIssue, periodCodesInWords) {
     EXPECT_EQ(passPeriodWords(u"          "_s), u"[ Unknown ]");
     EXPECT_EQ(passPeriodWords(QString()), u"[ Unknown ]");
 }
-
-TEST(PassIssue, removalAskedOnCloseYesClosesNoAndCancelKeepTheWindow) {
-    for (Answer answer : {Answer::Yes, Answer::No, Answer::Cancel}) {
-        PassDesk d;
-        d.state.record[Field::PassStart] = u"14-11-2026"_s;
-        d.state.record[Field::PassEnd] = u"28-11-2026"_s;
-        d.state.record[Field::PassPeriod] = u"2W"_s;
-        d.state.record[Field::PassIssued] = u"14-11-2026 at 08:55"_s;
-        d.pass.open();
-        EXPECT_TRUE(d.pass.confirmClose()); // no removal asked for: closes quietly
-        EXPECT_TRUE(d.prompter.messages().isEmpty());
-
-        d.pass.requestRemoval();
-        d.prompter.queue(answer);
-        const bool closes = d.pass.confirmClose();
-        ASSERT_EQ(d.prompter.messages().size(), 1);
-        const auto& m = d.prompter.last();
-        EXPECT_EQ(m.text, u"This will REMOVE the pass record for Ada Quist\r\n\r\n"
-                          u"Start Date: 14-11-2026   Pass Ends: 28-11-2026\r\n"
-                          u"Pass Issued: 14-11-2026 at 08:55 for 2 Weeks\r\n"
-                          u"Quist Surveys  [ 261114090000 ]\r\n\r\n"
-                          u"Do you wish to proceed ?");
-        EXPECT_EQ(m.buttons, Buttons::YesNoCancel);
-        EXPECT_EQ(m.icon, Icon::Question);
-        EXPECT_EQ(closes, answer == Answer::Yes);
-        EXPECT_EQ(d.state.RemovePassRequested, answer == Answer::Yes);
-    }
-}

@@ -104,14 +104,20 @@ TEST(PassWindow, deletingAnotherVisitorsPhoto_keepsThisVisitorsPhotoOnHerPass) {
     hooks.openPhotos = [&d](QWidget* parent) {
         PhotoManagerWindow photos(d.state, parent);
         photos.show();
+        EXPECT_EQ(photos.windowTitle(), u"Manage Photo  [ 261114090000 ]");
+        EXPECT_EQ(child<QComboBox>(photos, "CBHPMonth")->currentText(), u"Nov 2026");
         QTest::mouseClick(child<QPushButton>(photos, "cmdHPList"), Qt::LeftButton);
         auto* grid = child<QTableView>(photos, "PhotoGrid");
         ASSERT_EQ(grid->model()->rowCount(), 2);
-        const int bertRow = grid->model()->index(0, 0).data().toString() == u"261114091500" ? 0 : 1;
-        grid->setCurrentIndex(grid->model()->index(bertRow, 0));
+        EXPECT_EQ(child<QLabel>(photos, "laHPStatus")->text(), u"2 Photos Found");
+        grid->setCurrentIndex(grid->model()->index(1, 0));
+        ASSERT_EQ(child<QLabel>(photos, "LAHPName")->text(), u"Bert Rowe");
+        EXPECT_EQ(child<QLabel>(photos, "LaHPPassI")->text(), u"No Pass");
         d.prompter.queue(Answer::Ok);
         QTest::mouseClick(child<QPushButton>(photos, "cmdHPDelete"), Qt::LeftButton);
         EXPECT_EQ(d.prompter.last().text, u"This will permanently delete the photo for Bert Rowe");
+        EXPECT_EQ(grid->model()->rowCount(), 1);
+        EXPECT_EQ(child<QLabel>(photos, "laHPStatus")->text(), u"Photo Deleted");
         photos.accept();
     };
     PassWindow window(d.state, hooks);
@@ -189,16 +195,28 @@ TEST(PassWindow, theBarCodeSettingPutsTheWholeBarCodeOnOrOff) {
     }
 }
 
+// Removing a pass asks while the window closes; No (or Cancel) keeps the window and the pass.
 TEST(PassWindow, asksBeforeRemovingAPass) {
     PassWindowDesk d;
-    d.state.record[Field::PassPeriod] = u"1D"_s;
-    d.state.record[Field::PassIssued] = u"13-11-2026 at 10:00"_s;
+    d.state.record[Field::PassStart] = u"14-11-2026"_s;
+    d.state.record[Field::PassEnd] = u"28-11-2026"_s;
+    d.state.record[Field::PassPeriod] = u"2W"_s;
+    d.state.record[Field::PassIssued] = u"14-11-2026 at 08:55"_s;
     PassWindow window(d.state, d.hooks());
+    window.show();
+    QTest::mouseClick(child<QPushButton>(window, "cmdClosePass"), Qt::LeftButton);
+    EXPECT_TRUE(d.prompter.messages().isEmpty()) << "a plain close asks nothing";
     window.show();
     d.prompter.queue(Answer::No);
     QTest::mouseClick(child<QPushButton>(window, "cmdRemovePass"), Qt::LeftButton);
     EXPECT_TRUE(window.isVisible());
     EXPECT_FALSE(d.state.RemovePassRequested);
+    EXPECT_EQ(d.prompter.last().text, u"This will REMOVE the pass record for Ada Quist\r\n\r\n"
+                                      u"Start Date: 14-11-2026   Pass Ends: 28-11-2026\r\n"
+                                      u"Pass Issued: 14-11-2026 at 08:55 for 2 Weeks\r\n"
+                                      u"Quist Surveys  [ 261114090000 ]\r\n\r\n"
+                                      u"Do you wish to proceed ?");
+    EXPECT_EQ(d.prompter.last().buttons, Buttons::YesNoCancel);
     d.prompter.queue(Answer::Yes);
     QTest::mouseClick(child<QPushButton>(window, "cmdRemovePass"), Qt::LeftButton);
     EXPECT_FALSE(window.isVisible());
