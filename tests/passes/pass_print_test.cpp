@@ -58,32 +58,6 @@ struct PrintDesk : test::TestDesk {
 
 } // namespace
 
-TEST(PassPrint, printingIssuesThePass) {
-    PrintDesk d;
-    d.givePhoto();
-    d.pass.open();
-    d.pass.choose(u"TWO"_s, u"Week"_s);
-    d.clock.advanceSeconds(7 * 60); // printed a few minutes after the window opened
-
-    PassContent printed;
-    const auto render = [&printed](const PassContent& c) {
-        printed = c;
-        return QString();
-    };
-    ASSERT_EQ(d.pass.print(render, d.store()), PassIssue::PrintResult::Printed);
-    EXPECT_TRUE(d.prompter.messages().isEmpty()); // a photo exists: no question
-    EXPECT_EQ(d.stored, 1);
-    EXPECT_EQ(d.state.record[Field::PassStart], u"14-11-2026");
-    EXPECT_EQ(d.state.record[Field::PassEnd], u"28-11-2026");
-    EXPECT_EQ(d.state.record[Field::PassPeriod], u"2W");
-    EXPECT_EQ(d.state.record[Field::PassIssued], u"14-11-2026 at 09:05");
-    EXPECT_EQ(d.state.record.passPrintedNote, u"14-11-2026  2 Week");
-    EXPECT_TRUE(d.state.PassWindowChanged);
-    EXPECT_EQ(printed.time, u"14-11-2026 at 09:12");
-    EXPECT_EQ(printed.validText, u"Valid Until:  28 NOV 2026");
-    EXPECT_TRUE(printed.photoFile.endsWith(u"photo/2611/261114093012_Ada_Quist.bmp"));
-}
-
 // Whatever stops a print, the booking keeps its old pass and nothing is stored.
 TEST(PassPrint, aPrintThatDoesNotHappen_keepsTheOldPassAndStoresNothing) {
     using Result = PassIssue::PrintResult;

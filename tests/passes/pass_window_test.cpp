@@ -170,12 +170,16 @@ TEST(PassWindow, aBackDatedStart_cannotBePrintedUntilAValidStartIsPicked) {
     emit calendar->clicked(QDate(2026, 11, 20));
     EXPECT_EQ(valid->text(), u"Valid Until:  20 JAN 2027");
     ASSERT_TRUE(print->isEnabled());
+    d.clock.advanceSeconds(7 * 60); // printed a few minutes after the window opened
     QTest::mouseClick(print, Qt::LeftButton);
     ASSERT_EQ(d.renders, 1);
-    EXPECT_EQ(d.adaLine().mid(935, 32), "20-11-2026 20-01-2027 2M        ");
+    // Issued when the window opened; printed now.
+    EXPECT_EQ(d.adaLine().mid(935, 52), "20-11-2026 20-01-2027 2M         14-11-2026 at 09:05");
+    EXPECT_EQ(d.state.record.passPrintedNote, u"20-11-2026  2 Month");
     const QString printed = d.pdfText();
-    EXPECT_TRUE(printed.contains(u"Valid Until: 20 JAN 2027")) << printed.toStdString();
-    EXPECT_TRUE(printed.contains(u"Start: 20-11-2026")) << printed.toStdString();
+    for (const QString& line :
+         {u"Valid Until: 20 JAN 2027"_s, u"Start: 20-11-2026"_s, u"Printed: 14-11-2026 at 09:12"_s})
+        EXPECT_TRUE(printed.contains(line)) << printed.toStdString();
 }
 
 // ckEnbl_BarOP "1" prints the bar code with its text under it; "0" leaves the whole bar code off.
