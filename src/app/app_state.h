@@ -52,9 +52,6 @@ public:
     bool RemovePassRequested = false;
     bool PassWindowChanged = false;
     bool SettingsRestartPending = false;
-    bool JustCapturedMark = false;
-    bool JustAttachedMark = false;
-    bool JustDeletedMark = false;
 
     ListMode listMode = ListMode::None;
     int ListedCount = 0;

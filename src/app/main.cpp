@@ -28,14 +28,12 @@ public:
     }
     void loadMainWindow() override {
         m_main = std::make_unique<MainWindow>(m_state, m_store);
-        if (m_state.settings.ckStartFull == u"1")
-            m_main->showMaximized();
-        else
-            m_main->show();
-        if (m_splash)
-            m_splash->raise();
+        m_splash->deskLoaded(m_main.get(), m_state.settings.ckStartFull == u"1");
     }
-    void closeSplash() override { m_splash.reset(); }
+    void closeSplash() override {
+        m_splash->finish();
+        m_splash.reset();
+    }
 
 private:
     AppState& m_state;

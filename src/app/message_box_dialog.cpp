@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <array>
 
 namespace porvane {
 
@@ -33,6 +34,12 @@ Answer MessageBoxPrompter::ask(const Message& message) {
     case Buttons::YesNoCancel:
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
         break;
+    }
+    if (message.defaultAnswer) {
+        // In the order of Answer.
+        constexpr std::array kButtons{QMessageBox::Ok, QMessageBox::Cancel, QMessageBox::Yes,
+                                      QMessageBox::No};
+        box.setDefaultButton(kButtons[std::size_t(*message.defaultAnswer)]);
     }
     // Closing the box with Escape or its close button means the safe answer: Cancel, or No without Cancel.
     if (message.buttons == Buttons::YesNo)

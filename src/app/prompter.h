@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 namespace porvane {
 
@@ -16,6 +17,8 @@ public:
         QString text;
         Buttons buttons = Buttons::Ok;
         Icon icon = Icon::Exclamation;
+        // The answer Enter gives; unset, the box's first button (Ok or Yes).
+        std::optional<Answer> defaultAnswer = std::nullopt;
     };
 
     virtual ~Prompter() = default;

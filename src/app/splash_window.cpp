@@ -41,8 +41,17 @@ QWidget* SplashWindow::buildPanel(const AppState& state, QWidget* parent) {
     return panel;
 }
 
+namespace {
+
+Qt::WindowFlags splashFlags(bool aboveDesk) {
+    return aboveDesk ? Qt::SplashScreen | Qt::WindowStaysOnTopHint : Qt::SplashScreen;
+}
+
+} // namespace
+
 SplashWindow::SplashWindow(const AppState& state, QWidget* parent)
-    : QWidget(parent, Qt::SplashScreen | Qt::WindowStaysOnTopHint) {
+    : QWidget(parent, splashFlags(state.settings.ckShowSplash != u"0"))
+    , m_aboveDesk(state.settings.ckShowSplash != u"0") {
     setObjectName(QStringLiteral("frmSplash"));
     setWindowTitle(tr("Porvane 90"));
     auto* layout = new QVBoxLayout(this);
@@ -51,6 +60,30 @@ SplashWindow::SplashWindow(const AppState& state, QWidget* parent)
     adjustSize();
     if (const QScreen* screen = QGuiApplication::primaryScreen())
         move(screen->availableGeometry().center() - rect().center());
+}
+
+void SplashWindow::deskLoaded(QWidget* desk, bool maximised) {
+    m_desk = desk;
+    m_maximised = maximised;
+    if (m_aboveDesk) {
+        showDesk();
+        raise();
+    }
+}
+
+void SplashWindow::finish() {
+    hide();
+    if (!m_aboveDesk)
+        showDesk();
+}
+
+void SplashWindow::showDesk() {
+    if (!m_desk)
+        return;
+    if (m_maximised)
+        m_desk->showMaximized();
+    else
+        m_desk->show();
 }
 
 } // namespace porvane

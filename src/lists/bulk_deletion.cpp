@@ -4,6 +4,7 @@
 #include "store/data_paths.h"
 #include "store/line_reader.h"
 #include "store/safe_file.h"
+#include "store/windows1252.h"
 
 #include <QDir>
 #include <algorithm>
@@ -132,8 +133,10 @@ std::optional<BulkDeletion::Scope> BulkDeletion::checkDate(BulkSelection& select
     return selection.findText.trimmed().isEmpty() ? Scope::Month : Scope::MonthWithText;
 }
 
-bool BulkDeletion::confirmed(const QString& question) {
-    return m_state.prompter.ask({title(), question, Buttons::YesNo, Icon::Question}) == Answer::Yes;
+bool BulkDeletion::confirmed(const QString& question, const QString& count) {
+    // Enter must never delete: the safe answer is the default.
+    return m_state.prompter.ask({title(), question + kCrLf + count + kCrLf + tr("Do you wish to proceed?"),
+                                 Buttons::YesNo, Icon::Question, Answer::No}) == Answer::Yes;
 }
 
 BulkDeletion::Outcome BulkDeletion::run(BulkSelection& selection) {
@@ -149,47 +152,135 @@ BulkDeletion::Outcome BulkDeletion::run(BulkSelection& selection) {
     return out;
 }
 
+namespace {
+
+using Drops = std::function<bool(const RecordLine&)>;
+
+// What a deletion would drop, counted without the lock: the question only needs to be right at the moment it
+// is asked; the deletion itself works from a fresh read under the lock.
+struct Tally {
+    int bookings = 0;
+    int withOtherDays = 0; // of those, the ones booked on other days of the month too (day deletion)
+    FileError error;
+};
+
+void tally(const QString& path, const Drops& drops, int day, Tally& t) {
+    LineReader reader(path);
+    QByteArrayView bytes;
+    while (reader.next(bytes)) {
+        if (bytes.trimmed().isEmpty())
+            continue;
+        const RecordLine line(bytes);
+        if (!drops(line))
+            continue;
+        ++t.bookings;
+        for (int other = 1; day > 0 && other <= 31; ++other)
+            if (other != day && !line.bookedSlot(other).isEmpty()) {
+                ++t.withOtherDays;
+                break;
+            }
+    }
+    t.error = reader.error();
+}
+
+} // namespace
+
+QString BulkDeletion::countLine(Scope scope, int count, int withOtherDays) {
+    if (scope != Scope::Day)
+        return count == 1 ? tr("That removes 1 booking.") : tr("That removes %1 bookings.").arg(count);
+    if (count > 1 && withOtherDays == 0)
+        return tr("That removes %1 whole bookings; none of them has a visit on another day.").arg(count);
+    if (count > 1)
+        return tr("That removes %1 whole bookings, with all their days: %2 of them also have visits on other "
+                  "days.")
+            .arg(count)
+            .arg(withOtherDays);
+    return withOtherDays ? tr("That removes 1 whole booking, with its visits on other days too.")
+                         : tr("That removes 1 whole booking; it has no visit on another day.");
+}
+
 BulkDeletion::Outcome BulkDeletion::remove(Scope scope, const BulkSelection& selection) {
     const QString year = selection.year.trimmed();
     const QString month = selection.month.trimmed();
     const QString monthYear = month + u' ' + year;
     const QString yymm = year.right(2) + DateSelection::MonthNumber(month);
-    const QString proceed = kCrLf + tr("Do you wish to proceed?");
-    const Outcome declined{Outcome::Status::Declined, scope, 0, {}, {}};
+    const int day = scope == Scope::Day ? selection.day.trimmed().toInt() : 0;
+    const QString date = selection.day.trimmed() + tr(" of ") + monthYear;
 
+    QStringList files{monthFilePath(m_state.dataPath(), yymm)};
+    Drops drops = [](const RecordLine&) {
+        return true;
+    };
+    QString question;
+    QString noneText = tr("No Records Deleted for ") + monthYear;
     switch (scope) {
     case Scope::Year:
-        if (!confirmed(tr("This will DELETE ALL BOOKINGS for the Entire YEAR of ") + year + u'.' + proceed))
-            return declined;
-        return deleteYear(year);
+        files = yearFiles(year);
+        question = tr("This will DELETE ALL BOOKINGS for the Entire YEAR of ") + year + u'.';
+        noneText = tr("No Records Deleted for the year ") + year;
+        break;
     case Scope::Month:
-        if (!confirmed(tr("DELETE ALL BOOKINGS for the Entire MONTH of ") + monthYear + u'.' + proceed))
-            return declined;
-        return deleteMonth(yymm, monthYear);
+        question = tr("DELETE ALL BOOKINGS for the Entire MONTH of ") + monthYear + u'.';
+        break;
     case Scope::MonthWithText: {
         const SearchKind kind = kindFromText(selection.kind).value_or(SearchKind::AnyText);
         const QString text = selection.findText.trimmed();
-        const QString filter = kind == SearchKind::AnyText
-                                   ? u"[ "_s + text + tr(" ] found in ANY field")
-                                   : u"[ "_s + text + tr(" ] in the ") + kindText(kind) + tr(" field");
-        if (!confirmed(tr("DELETE ALL BOOKINGS for the Month of ") + monthYear + tr(" with:") + kCrLf +
-                       filter + proceed))
-            return declined;
-        const SearchMatch match(kind, text);
-        return deleteLines(scope, yymm, monthYear,
-                           [&match](const RecordLine& line) { return match.matches(line); });
+        if (!fitsWindows1252(text)) {
+            // Stored as "?", such a character would match every "?" in the month.
+            m_state.prompter.tell(title(), tr("The text [ %1 ] has a character that the booking files cannot "
+                                              "hold, so no booking can contain it. Nothing was deleted.")
+                                               .arg(text));
+            return {Outcome::Status::Refused, scope, 0, {}, {}};
+        }
+        drops = [match = SearchMatch(kind, text)](const RecordLine& line) {
+            return match.matches(line);
+        };
+        question =
+            tr("DELETE ALL BOOKINGS for the Month of ") + monthYear + tr(" with:") + kCrLf +
+            (kind == SearchKind::AnyText ? u"[ "_s + text + tr(" ] found in ANY field")
+                                         : u"[ "_s + text + tr(" ] in the ") + kindText(kind) + tr(" field"));
+        break;
     }
-    case Scope::Day: {
-        const int day = selection.day.trimmed().toInt();
-        const QString date = selection.day.trimmed() + tr(" of ") + monthYear;
-        if (!confirmed(tr("DELETE ALL Bookings made on the ") + date + u'.' + proceed))
-            return declined;
+    case Scope::Day:
         // A booking with a time on that day goes whole, with its other days and its pass.
-        return deleteLines(scope, yymm, date,
-                           [day](const RecordLine& line) { return !line.bookedSlot(day).isEmpty(); });
+        drops = [day](const RecordLine& line) {
+            return !line.bookedSlot(day).isEmpty();
+        };
+        question = tr("DELETE ALL Bookings made on the ") + date + u'.';
+        noneText = tr("No Records Deleted for the ") + date;
+        break;
     }
+
+    Tally t;
+    for (const QString& file : files) {
+        tally(file, drops, day, t);
+        if (t.error)
+            return {Outcome::Status::Failed, scope, 0, {}, t.error};
+    }
+    if (t.bookings == 0)
+        return {Outcome::Status::NothingMatched, scope, 0, noneText, {}};
+    if (!confirmed(question, countLine(scope, t.bookings, t.withOtherDays)))
+        return {Outcome::Status::Declined, scope, 0, {}, {}};
+    switch (scope) {
+    case Scope::Year:
+        return deleteYear(year);
+    case Scope::Month:
+        return deleteMonth(yymm, monthYear);
+    case Scope::MonthWithText:
+        return deleteLines(scope, yymm, monthYear, drops);
+    case Scope::Day:
+        return deleteLines(scope, yymm, date, drops);
     }
     return {};
+}
+
+QStringList BulkDeletion::yearFiles(const QString& year) const {
+    const QDir records(QDir(m_state.dataPath()).filePath(u"Record"_s));
+    QStringList paths;
+    for (const QString& name :
+         records.entryList({year.right(2) + u"*.vrf"_s}, QDir::Files | QDir::CaseSensitive, QDir::Name))
+        paths.append(records.filePath(name));
+    return paths;
 }
 
 BulkDeletion::Outcome BulkDeletion::deleteYear(const QString& year) {
@@ -197,11 +288,7 @@ BulkDeletion::Outcome BulkDeletion::deleteYear(const QString& year) {
     DataLock lock(m_state.dataPath(), lockWait);
     if ((out.error = takeDataLock(lock, m_state.prompter)))
         return out;
-    const QDir records(QDir(m_state.dataPath()).filePath(u"Record"_s));
-    QStringList paths;
-    for (const QString& name :
-         records.entryList({year.right(2) + u"*.vrf"_s}, QDir::Files | QDir::CaseSensitive, QDir::Name))
-        paths.append(records.filePath(name));
+    const QStringList paths = yearFiles(year);
     if ((out.error = removeAllOrNone(paths)))
         return out;
     out.status = Outcome::Status::Deleted;

@@ -38,9 +38,9 @@ public:
     struct Outcome {
         enum class Status {
             Deleted,        // done; resultText tells what
-            NothingMatched, // a day or a text matched no booking; nothing was written
+            NothingMatched, // the year, month, day or text holds no booking; nothing was asked or written
             Declined,       // the operator answered No
-            Refused,        // a date message was shown, or bulk deletion is switched off
+            Refused,        // a date or text message was shown, or bulk deletion is switched off
             Failed,         // error tells why; nothing was changed
         };
         Status status = Status::Refused;
@@ -83,18 +83,21 @@ public:
     bool switchedOff() const;
 
     // cmdMDELDelete: checks the date boxes (a day beyond the month's end is corrected in selection, with a
-    // message), asks the operator, then deletes. A finished deletion's result text goes into the main
-    // window's title.
+    // message), counts what would go and asks the operator with that count (No by default), then deletes.
+    // A finished deletion's result text goes into the main window's title.
     Outcome run(BulkSelection& selection);
 
 private:
     std::optional<Scope> checkDate(BulkSelection& selection);
     Outcome remove(Scope scope, const BulkSelection& selection);
+    QStringList yearFiles(const QString& year) const;
     Outcome deleteYear(const QString& year);
     Outcome deleteMonth(const QString& yymm, const QString& monthYear);
     Outcome deleteLines(Scope scope, const QString& yymm, const QString& dateText,
                         const std::function<bool(const RecordLine&)>& drops);
-    bool confirmed(const QString& question);
+    bool confirmed(const QString& question, const QString& count);
+    // "That removes 3 bookings."; for a day, whole bookings with their other days.
+    static QString countLine(Scope scope, int count, int withOtherDays);
 
     AppState& m_state;
 };

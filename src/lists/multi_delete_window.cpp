@@ -80,9 +80,8 @@ MultiDeleteWindow::MultiDeleteWindow(AppState& state, const DateSelection& shown
 
     cmdMDELDelete = withName(new QPushButton(tr("&Delete")), "cmdMDELDelete");
     cmdMDELCancel = withName(new QPushButton(tr("Cancel")), "cmdMDELCancel");
-    cmdMDELDelete->setDefault(true);
     auto* buttons = new QDialogButtonBox;
-    buttons->addButton(cmdMDELDelete, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cmdMDELDelete, QDialogButtonBox::DestructiveRole);
     buttons->addButton(cmdMDELCancel, QDialogButtonBox::RejectRole);
 
     auto* layout = new QVBoxLayout(this);
@@ -91,6 +90,8 @@ MultiDeleteWindow::MultiDeleteWindow(AppState& state, const DateSelection& shown
     layout->addWidget(m_filter);
     layout->addStretch();
     layout->addWidget(buttons);
+    // Enter in the boxes closes the window; deleting takes a click (or Tab to Delete).
+    cmdMDELCancel->setDefault(true);
     setMinimumWidth(460);
 
     connect(cmdMDELDelete, &QPushButton::clicked, this, &MultiDeleteWindow::deleteSelected);

@@ -56,11 +56,6 @@ void PassIssue::warn(const QString& text) {
     m_state.prompter.ask({kTitle, text, Buttons::Ok, Icon::Exclamation});
 }
 
-void PassIssue::showPhoto(bool own) {
-    m_view.PassPortIma = own ? visitorPhoto() : placeholderImage();
-    m_state.pass.PassPhotoShown = own;
-}
-
 void PassIssue::open() {
     const CurrentRecord& r = m_state.record;
     const Settings& s = m_state.settings;
@@ -69,7 +64,7 @@ void PassIssue::open() {
 
     m_view = View();
     // A read-only desk neither issues nor removes passes: both are stored in the booking.
-    m_view.printEnabled = s.ckDisPassPrn != u"1" && !s.ReadOnlyMode();
+    m_printAllowed = s.ckDisPassPrn != u"1" && !s.ReadOnlyMode();
 
     p = PassWorking();
     p.PassStartDate = dateText(now.date());
@@ -87,14 +82,7 @@ void PassIssue::open() {
     m_view.FirmNameTB = s.SiteName.toUpper();
 
     m_state.PassWindowChanged = false;
-    const bool own = QFileInfo::exists(visitorPhoto());
-    showPhoto(own);
-    if (own) {
-        m_state.record[Field::PhotoOnFile] = QStringLiteral("1");
-    } else if (r[Field::PhotoOnFile] == u"1") {
-        m_state.record[Field::PhotoOnFile] = QStringLiteral("0");
-        m_state.PassWindowChanged = true;
-    }
+    followPhotoFile();
     m_view.LogoImage = s.ckEnbl_PrnLogo == u"1" ? logoImage() : QString();
     m_view.laBC = u'*' + r[Field::RegNo] + u'*';
     m_view.laBCVisible = s.ckEnbl_BarOP == u"1";
@@ -170,6 +158,10 @@ bool PassIssue::computeValidity() {
         p.PassInterval = QStringLiteral("d");
 
     const QDate start = startDate();
+    if (!start.isValid() || start < m_state.clock.today()) {
+        showInvalid();
+        return false;
+    }
     const QDate end = addIntervals(start);
     if (dayPass) {
         p.PassValidText = QStringLiteral("DAY PASS  ") + passDay(m_state.clock.today());
@@ -181,6 +173,7 @@ bool PassIssue::computeValidity() {
         m_view.laDayNotice = tr("PRINTING PASS");
     }
     m_view.PASSValidTB = p.PassValidText;
+    m_view.printEnabled = m_printAllowed;
     p.PassEndDate = dateText(end);
     p.PassPeriodCode = QString::number(p.PassCount) + period.left(1);
     return true;
@@ -195,11 +188,10 @@ bool PassIssue::pickCalendarDay(const QDate& day) {
         m_view.PassTodayTB.mid(8, 2) + m_view.PassTodayTB.mid(3, 2) + m_view.PassTodayTB.left(2);
     if (picked.toInt() < today.toInt()) {
         warn(tr("You Cannot Issue a Pass DATED BEFORE Today"));
-        m_view.PASSValidTB = QStringLiteral("I N V A L I D");
+        showInvalid();
         return false;
     }
-    computeValidity();
-    return true;
+    return computeValidity();
 }
 
 bool PassIssue::toggleCalendar() {
@@ -212,19 +204,21 @@ bool PassIssue::toggleCalendar() {
     return true;
 }
 
-void PassIssue::reloadPhoto() {
-    if (m_state.JustCapturedMark || m_state.JustAttachedMark) {
-        showPhoto(true);
-        m_state.record[Field::PhotoOnFile] = QStringLiteral("1");
-        if (m_state.JustAttachedMark)
-            m_state.PassWindowChanged = true;
-        m_state.JustCapturedMark = false;
-        m_state.JustAttachedMark = false;
-    } else if (m_state.JustDeletedMark) {
-        showPhoto(false);
-        m_state.record[Field::PhotoOnFile] = QStringLiteral("0");
+void PassIssue::showInvalid() {
+    // Nothing is computed on a start before today, so nothing can be printed from it either.
+    m_view.PASSValidTB = QStringLiteral("I N V A L I D");
+    m_view.printEnabled = false;
+}
+
+void PassIssue::followPhotoFile() {
+    // The booking's own photo file decides, whoever's photo was captured, attached or deleted meanwhile.
+    const bool own = QFileInfo::exists(visitorPhoto());
+    m_view.PassPortIma = own ? visitorPhoto() : placeholderImage();
+    m_state.pass.PassPhotoShown = own;
+    const QString onFile = own ? QStringLiteral("1") : QStringLiteral("0");
+    if (m_state.record[Field::PhotoOnFile] != onFile && (own || m_state.record[Field::PhotoOnFile] == u"1")) {
+        m_state.record[Field::PhotoOnFile] = onFile;
         m_state.PassWindowChanged = true;
-        m_state.JustDeletedMark = false;
     }
 }
 
@@ -264,14 +258,15 @@ PassContent PassIssue::content() const {
     }
     c.photoFile = p.PassPhotoShown ? visitorPhoto() : placeholderImage();
     c.logoFile = m_state.settings.ckEnbl_PrnLogo == u"1" ? logoImage() : QString();
-    c.barText = m_state.settings.ckEnbl_BarOP == u"1";
+    c.barCode = m_state.settings.ckEnbl_BarOP == u"1";
     return c;
 }
 
 PassIssue::PrintResult PassIssue::print(const Render& render, const StoreRecord& store, QString* error) {
-    if (m_state.settings.ckDisPassPrn == u"1" || m_state.settings.ReadOnlyMode())
+    if (!m_printAllowed || !m_view.printEnabled)
         return PrintResult::Disabled;
-    if (!QFileInfo::exists(visitorPhoto()) &&
+    followPhotoFile();
+    if (!m_state.pass.PassPhotoShown &&
         m_state.prompter.ask({kTitle, tr("No Photo Found:  Do you wish to Print Without Photo ? "),
                               Buttons::YesNo, Icon::Exclamation}) != Answer::Yes)
         return PrintResult::Declined;

@@ -42,12 +42,12 @@ public:
         QString laBC;
         bool laBCVisible = false;
         bool calendarShown = false;
-        bool printEnabled = true;
+        bool printEnabled = true; // allowed by the settings and the validity is valid
         bool removeEnabled = false;
     };
 
     enum class PrintResult {
-        Disabled,   // pass printing is switched off, or the desk is read-only
+        Disabled,   // pass printing is switched off, the desk is read-only, or the validity is invalid
         Declined,   // no photo and the operator chose not to print without one
         NotPrinted, // the printer failed; the record keeps its previous pass
         NotStored,  // printed, but the record could not be stored
@@ -81,8 +81,8 @@ public:
     // The calendar button: refused (false) for a one-day pass, otherwise toggles the calendar.
     bool toggleCalendar();
 
-    // Activation: takes a just-captured, just-attached or just-deleted photo into the preview.
-    void reloadPhoto();
+    // Activation: the preview and PhotoOnFile follow whether the booking's photo file exists now.
+    void reloadPhoto() { followPhotoFile(); }
 
     // The remove button sets the request; the window then closes and asks here whether it may.
     void requestRemoval() { m_state.RemovePassRequested = !m_state.settings.ReadOnlyMode(); }
@@ -105,10 +105,12 @@ private:
     QDate startDate() const;
     QDate addIntervals(const QDate& start) const;
     void warn(const QString& text);
-    void showPhoto(bool own);
+    void showInvalid();
+    void followPhotoFile();
 
     AppState& m_state;
     View m_view;
+    bool m_printAllowed = true; // by the settings; the validity decides the rest
 };
 
 // Stores the pass fields of the current booking after printing, in the booking's own month; the booking's

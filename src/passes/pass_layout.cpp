@@ -195,17 +195,17 @@ void PassLayout::draw(QPainter& painter, const PassContent& c) {
         drawLine(painter, mm.rect(left, 52.5, width, 4), QStringLiteral("Printed: ") + c.time, 8.5, false,
                  kInk);
 
-    // Bar code, centred, with its quiet zones inside the card.
-    const double barTop = 57.5;
-    const double barHeight = c.barText ? 10.5 : 13.5;
-    const QRectF bars = mm.rect(kMargin, barTop, kWidth - 2 * kMargin, barHeight);
-    if (drawCode39(painter, c.regNo, bars, mm(kModule))) {
-        if (c.barText)
+    // Bar code, centred, with its quiet zones inside the card; switched off, the card carries none at all.
+    if (c.barCode) {
+        const double barTop = 57.5;
+        const double barHeight = 10.5;
+        const QRectF bars = mm.rect(kMargin, barTop, kWidth - 2 * kMargin, barHeight);
+        if (drawCode39(painter, c.regNo, bars, mm(kModule)))
             drawLine(painter, mm.rect(kMargin, barTop + barHeight + 0.3, kWidth - 2 * kMargin, 4),
                      u'*' + c.regNo + u'*', 9, false, kInk, Qt::AlignCenter);
-    } else {
-        painter.fillRect(mm.rect(kMargin + 12, barTop, kWidth - 2 * (kMargin + 12), barHeight),
-                         QColor(0xe6, 0xe6, 0xe6));
+        else
+            painter.fillRect(mm.rect(kMargin + 12, barTop, kWidth - 2 * (kMargin + 12), barHeight),
+                             QColor(0xe6, 0xe6, 0xe6));
     }
     painter.restore();
 }

@@ -22,7 +22,7 @@ struct PassContent {
     QString time;
     QString photoFile;
     QString logoFile;     // empty: no logo
-    bool barText = false; // "*" + RegNo + "*" under the bar code
+    bool barCode = false; // the Code 39 bars of RegNo with "*" + RegNo + "*" under them
 };
 
 // Draws a visitor pass: a 4 x 3 inch landscape card, the size of the common badge-holder insert.

@@ -248,7 +248,8 @@ void PassWindow::printPass() {
     const PassIssue::StoreRecord store =
         m_hooks.storeRecord ? m_hooks.storeRecord : updateBookingInStore(m_state);
     QString error;
-    const PassIssue::PrintResult result = m_pass.print(printOnDefaultPrinter, store, &error);
+    const PassIssue::Render render = m_hooks.render ? m_hooks.render : printOnDefaultPrinter;
+    const PassIssue::PrintResult result = m_pass.print(render, store, &error);
     if (result == PassIssue::PrintResult::NotPrinted)
         m_state.prompter.tell(QStringLiteral("Porvane 90"), tr("The pass was not printed: %1").arg(error));
     else if (result == PassIssue::PrintResult::NotStored && !error.isEmpty())

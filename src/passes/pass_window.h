@@ -22,6 +22,7 @@ class PassWindow final : public QDialog {
 public:
     struct Hooks {
         PassIssue::StoreRecord storeRecord;       // default: the record store's UpdateRecord
+        PassIssue::Render render;                 // default: the default printer
         std::function<void(QWidget*)> openCamera; // frmCapTest, modal
         std::function<void(QWidget*)> openPhotos; // frmHandlePhoto, modal
     };

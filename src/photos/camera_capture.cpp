@@ -50,7 +50,6 @@ bool CameraCapture::snapshot(FrameSource& source) {
     }
     if (bytes.size() > kPhotoSizeLimit)
         m_state.prompter.tell(title, tr("Video Setup Warning: Resolution settings are too high for Porvane"));
-    m_state.JustCapturedMark = true;
     m_state.pause.wait(0.1);
     m_state.record[Field::PhotoOnFile] = QStringLiteral("1");
     return true;

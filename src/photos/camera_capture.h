@@ -12,8 +12,8 @@ namespace porvane {
 // photo size limit (150 x 200 pixels, 90454 bytes).
 QImage fitSnapshot(const QImage& frame);
 
-// The camera window's snapshot: takes a frame, writes it as the current booking's photo (replacing an older
-// one of the same name) and sets the marks the pass window reads.
+// The camera window's snapshot: takes a frame and writes it as the current booking's photo (replacing an
+// older one of the same name).
 class CameraCapture {
     Q_DECLARE_TR_FUNCTIONS(CameraCapture)
 
@@ -21,8 +21,6 @@ public:
     explicit CameraCapture(AppState& state)
         : m_state(state) {}
 
-    // Opening clears the mark of an earlier capture.
-    void open() { m_state.JustCapturedMark = false; }
     // True when the photo was written; failures are shown through the prompter. A read-only desk writes
     // nothing.
     bool snapshot(FrameSource& source);

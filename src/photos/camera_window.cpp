@@ -104,7 +104,6 @@ CameraWindow::CameraWindow(AppState& state, QWidget* parent)
     layout->addWidget(m_setup);
 
     const QList<QCameraDevice> cameras = QMediaDevices::videoInputs();
-    m_capture.open();
     if (cameras.isEmpty()) {
         m_driver->addItem(QStringLiteral("<none>"));
         captureButton->setEnabled(false);

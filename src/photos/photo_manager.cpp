@@ -123,7 +123,6 @@ bool PhotoManager::attach(const PhotoRow& selected) {
         return false;
     }
     r[Field::PhotoOnFile] = QStringLiteral("1");
-    m_state.JustAttachedMark = true;
     return true;
 }
 
@@ -144,7 +143,7 @@ bool PhotoManager::removePhotos(const QString& regNo) {
 }
 
 void PhotoManager::photoGone(const QString& regNo) {
-    m_state.JustDeletedMark = true;
+    // Only the current booking's own flag changes; the pass window looks at the files themselves.
     if (regNo == m_state.record[Field::RegNo].trimmed())
         m_state.record[Field::PhotoOnFile] = QStringLiteral("0");
 }

@@ -37,4 +37,28 @@ TEST(Splash, showsSiteAndTheDefaultsNoteOnlyWhenDefaultsWereApplied) {
     EXPECT_EQ(about.findChild<QLabel*>(QStringLiteral("laSiteName"))->text(), u"Harbour Works Ltd");
 }
 
+// ckShowSplash "1": the desk opens behind the splash, which stays on top; "0": the splash is shown alone and
+// the desk appears when it goes.
+TEST(Splash, theSettingShowsItAboveTheDeskOrBeforeIt) {
+    for (const bool above : {true, false}) {
+        SCOPED_TRACE(above ? "above" : "before");
+        ScriptedPrompter prompter;
+        FixedClock clock{QDateTime(QDate(2026, 3, 2), QTime(9, 0))};
+        InstantPause pause;
+        AppState state{prompter, clock, pause};
+        state.settings.ckShowSplash = above ? QStringLiteral("1") : QStringLiteral("0");
+        SplashWindow splash(state);
+        splash.show();
+        EXPECT_EQ(splash.windowFlags().testFlag(Qt::WindowStaysOnTopHint), above);
+        QWidget desk;
+        splash.deskLoaded(&desk, true);
+        EXPECT_EQ(desk.isVisible(), above);
+        EXPECT_TRUE(splash.isVisible());
+        splash.finish();
+        EXPECT_FALSE(splash.isVisible());
+        EXPECT_TRUE(desk.isVisible());
+        EXPECT_TRUE(desk.windowState().testFlag(Qt::WindowMaximized));
+    }
+}
+
 } // namespace

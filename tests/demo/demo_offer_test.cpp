@@ -1,14 +1,57 @@
 #include "demo/demo_offer.h"
+#include "store/data_paths.h"
+#include "store/pick_lists.h"
 #include "test_desk.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
 #include <gtest/gtest.h>
 
 using namespace porvane;
 using namespace Qt::Literals::StringLiterals;
 using namespace porvane::test;
 
+namespace {
+
+const QString kShipped = QStringLiteral(PORVANE_STAGE_DIR "/_PSF/PSystem/PACustom.ini");
+
+QStringList listed(std::initializer_list<const char*> entries) {
+    QStringList out;
+    for (const char* e : entries)
+        out << u' ' + QString::fromLatin1(e);
+    return out;
+}
+
+const QStringList kDepartments =
+    listed({"RECEPTION", "ADMINISTRATION", "ENGINEERING", "FACILITIES", "FINANCE", "HUMAN RESOURCES",
+            "PRODUCTION", "SALES", "SECURITY", "STORES"});
+
+} // namespace
+
+// The installed pick lists, read as the main window and the location dialog read them: each list gets its
+// own section's entries and nothing of the section after it.
+TEST(ShippedPickLists, eachListHoldsOnlyItsOwnSection) {
+    const PickLists main = LoadMainPickLists(kShipped);
+    EXPECT_EQ(main.first, listed({"VISITOR", "CONTRACTOR", "DELIVERY", "INTERVIEW", "MAINTENANCE", "SUPPLIER",
+                                  "AUDITOR", "TRAINEE"}));
+    EXPECT_EQ(main.second, kDepartments);
+    const PickLists detail = LoadDetailPickLists(kShipped);
+    EXPECT_EQ(detail.first,
+              listed({"Meeting", "Site survey", "Electrical work", "Plumbing", "Heating and ventilation",
+                      "Building maintenance", "Cleaning", "IT and telephone work", "Equipment installation",
+                      "Goods delivery or collection", "Inspection or audit", "Training"}));
+    EXPECT_EQ(detail.second, listed({"Reception only", "Offices", "Meeting rooms", "Canteen", "Workshop",
+                                     "Warehouse", "Production floor", "Laboratory", "Plant room", "Roof",
+                                     "Whole site (escorted)", "Whole site (unescorted)"}));
+}
+
 TEST(DemoOffer, asksFirst_fillsOnlyAnEmptyMonth_andSaysWhatItMade) {
     TestDesk desk{QDateTime(QDate(2026, 11, 23), QTime(9, 30))};
+    const QString lists = pickListsPath(desk.state.AppPath);
+    QDir().mkpath(QFileInfo(lists).absolutePath());
+    ASSERT_TRUE(QFile::copy(kShipped, lists));
     const QDate march(2027, 3, 1);
     const QString file = u"Record/2703.vrf"_s;
 
@@ -25,6 +68,14 @@ TEST(DemoOffer, asksFirst_fillsOnlyAnEmptyMonth_andSaysWhatItMade) {
     const QByteArray written = desk.folder.read(file);
     EXPECT_EQ(written.count("\r\n"), 60);
     EXPECT_TRUE(written.startsWith("2703"));
+    // Departments come from the department section only (columns 525 to 548 of each line).
+    QSet<QString> departments;
+    for (const QByteArray& line : written.split('\n'))
+        if (line.size() > 548)
+            departments.insert(u' ' + QString::fromLatin1(line.mid(524, 24)).trimmed());
+    EXPECT_GT(departments.size(), 1);
+    for (const QString& d : departments)
+        EXPECT_TRUE(kDepartments.contains(d)) << d.toStdString();
 
     // A month with bookings is never topped up: invented identifiers could match real ones.
     EXPECT_FALSE(DemoOffer::run(desk.state, march));

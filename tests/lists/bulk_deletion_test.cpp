@@ -56,42 +56,31 @@ struct BulkDeletionTest : ListsFixture {
     QString lastDay;
 };
 
-TEST_F(BulkDeletionTest, oneDay_dropsWholeBookingsWithATimeThatDay) {
-    desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn, kBob, kCy, kDee}));
-    const BulkDeletion::Outcome outcome = run("5", "MARCH", "2024");
-    EXPECT_EQ(outcome.status, Status::Deleted);
-    EXPECT_EQ(desk.prompter.texts(),
-              QStringList{u"DELETE ALL Bookings made on the 5 of MARCH 2024.\r\nDo you wish to proceed?"_s});
-    EXPECT_EQ(desk.prompter.last().buttons, Buttons::YesNo);
-    // Ann goes whole, her 20th too; Dee's short line has no slot for the 5th and stays as it was.
-    EXPECT_EQ(march(), crLf({kBob, kDee}));
-    EXPECT_EQ(outcome.resultText, u"2 Records Deleted for the 5 of MARCH 2024");
-    expectPhotoAndStatusKept();
-
-    EXPECT_EQ(run("20", "MARCH", "2024").resultText, u"One Record Deleted for the 20 of MARCH 2024");
-    EXPECT_EQ(march(), crLf({kDee}));
-}
-
-TEST_F(BulkDeletionTest, nothingMatched_saysSoInTheTitleAndDoesNotRewriteTheFile) {
+// Nothing to delete: no question, the title says so, and no file is rewritten or removed.
+TEST_F(BulkDeletionTest, nothingMatched_asksNothingAndRewritesNothing) {
     // LF-only lines: any rewrite would give them CR LF.
     const QByteArray lfOnly = kAnn + "\n" + kBob + "\n" + kDee;
     desk.folder.write(u"Record/2403.vrf"_s, lfOnly);
-    BulkDeletion::Outcome outcome = run("7", "MARCH", "2024");
+    desk.folder.write(u"Record/2404.vrf"_s, "");
+    BulkDeletion::Outcome outcome = run("7", "MARCH", "2024", {});
     EXPECT_EQ(outcome.status, Status::NothingMatched);
     EXPECT_EQ(desk.state.mainTitle,
               u"Tarnwell Solutions Porvane 90  [ No Records Deleted for the 7 of MARCH 2024 ]");
-    outcome = run("All Days", "MARCH", "2024", {Answer::Yes}, "NAME", u"Zed"_s);
-    EXPECT_EQ(outcome.status, Status::NothingMatched);
+    outcome = run("All Days", "MARCH", "2024", {}, "NAME", u"Zed"_s);
     EXPECT_EQ(outcome.resultText, u"No Records Deleted for MARCH 2024");
+    EXPECT_EQ(run("All Days", "APRIL", "2024", {}).resultText, u"No Records Deleted for APRIL 2024");
+    EXPECT_EQ(run("All Days", "All Months", "2023", {}).resultText, u"No Records Deleted for the year 2023");
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
     EXPECT_EQ(march(), lfOnly);
+    EXPECT_TRUE(desk.folder.exists(u"Record/2404.vrf"_s));
 }
 
 TEST_F(BulkDeletionTest, wholeMonth_leavesAnEmptyFile_soTheMonthListShowsNoRowsAndNoMessage) {
     desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn, kBob}));
     desk.folder.write(u"Record/2404.vrf"_s, crLf({kCy}));
     const BulkDeletion::Outcome outcome = run("All Days", "MARCH", "2024", {Answer::Yes}, "NAME", u"   "_s);
-    EXPECT_EQ(desk.prompter.last().text,
-              u"DELETE ALL BOOKINGS for the Entire MONTH of MARCH 2024.\r\nDo you wish to proceed?");
+    EXPECT_EQ(desk.prompter.last().text, u"DELETE ALL BOOKINGS for the Entire MONTH of MARCH 2024.\r\n"
+                                         u"That removes 2 bookings.\r\nDo you wish to proceed?");
     EXPECT_EQ(outcome.resultText, u"All Bookings for MARCH 2024 Deleted");
     EXPECT_TRUE(desk.folder.exists(u"Record/2403.vrf"_s));
     EXPECT_EQ(march(), QByteArray());
@@ -110,8 +99,8 @@ TEST_F(BulkDeletionTest, wholeYear_removesThatYearsMonthFilesOnly) {
         desk.folder.write(QString::fromLatin1(name), crLf({kAnn}));
     const BulkDeletion::Outcome outcome = run("12", "All Months", "2024");
     EXPECT_EQ(outcome.count, 2);
-    EXPECT_EQ(desk.prompter.last().text,
-              u"This will DELETE ALL BOOKINGS for the Entire YEAR of 2024.\r\nDo you wish to proceed?");
+    EXPECT_EQ(desk.prompter.last().text, u"This will DELETE ALL BOOKINGS for the Entire YEAR of 2024.\r\n"
+                                         u"That removes 2 bookings.\r\nDo you wish to proceed?");
     EXPECT_EQ(outcome.resultText, u"All Bookings for the year 2024 Deleted");
     EXPECT_EQ(folderEntries(desk.folder.path(u"Record"_s)), (QStringList{u"1412.vrf"_s, u"2501.vrf"_s}));
     expectPhotoAndStatusKept();
@@ -126,7 +115,8 @@ TEST_F(BulkDeletionTest, findText_matchesTheKindsColumnsOnly) {
     BulkDeletion::Outcome outcome =
         run("All Days", "MARCH", "2024", {Answer::Yes}, "ORGANISATION", u" a.b*"_s);
     EXPECT_EQ(desk.prompter.last().text, u"DELETE ALL BOOKINGS for the Month of MARCH 2024 with:\r\n"
-                                         u"[ a.b* ] in the ORGANISATION field\r\nDo you wish to proceed?");
+                                         u"[ a.b* ] in the ORGANISATION field\r\nThat removes 1 booking.\r\n"
+                                         u"Do you wish to proceed?");
     EXPECT_EQ(outcome.resultText, u"One Record Deleted for MARCH 2024");
     EXPECT_EQ(march(), crLf({elsewhere, host}));
 
@@ -208,12 +198,15 @@ TEST_F(BulkDeletionTest, removeAllOrNone_putsBackWhatItMovedWhenOneFileCannotGo)
 }
 
 TEST_F(BulkDeletionTest, dateBoxes_areCheckedWithTheDesksMessagesBeforeAnyQuestion) {
-    desk.folder.write(u"Record/2404.vrf"_s, crLf({kAnn}));
+    const QByteArray april = crLf({handLine({{1, "240401090000"}, {slot(30), "0900"}})});
+    desk.folder.write(u"Record/2404.vrf"_s, april);
     EXPECT_EQ(run("31", "APRIL", "2024", {Answer::Ok, Answer::No}).status, Status::Declined);
     EXPECT_EQ(lastDay, u"30") << "a day past the month's end is corrected, not refused";
-    EXPECT_EQ(desk.prompter.texts(), (QStringList{u"ATTENTION: Only [ 30 ] Days in the Month Selected"_s,
-                                                  u"DELETE ALL Bookings made on the 30 of APRIL 2024.\r\n"
-                                                  u"Do you wish to proceed?"_s}));
+    EXPECT_EQ(
+        desk.prompter.texts(),
+        (QStringList{u"ATTENTION: Only [ 30 ] Days in the Month Selected"_s,
+                     u"DELETE ALL Bookings made on the 30 of APRIL 2024.\r\nThat removes 1 whole booking; it "
+                     u"has no visit on another day.\r\nDo you wish to proceed?"_s}));
 
     const std::tuple<const char*, const char*, const char*, const char*> refused[] = {
         {"x", "APRIL", "2024", "ATTENTION: The DAY entered is not valid - Try selecting again"},
@@ -226,7 +219,7 @@ TEST_F(BulkDeletionTest, dateBoxes_areCheckedWithTheDesksMessagesBeforeAnyQuesti
         EXPECT_EQ(run(day, month, year, {}).status, Status::Refused) << day << month << year;
         EXPECT_EQ(desk.prompter.texts(), QStringList{QString::fromLatin1(message)}) << day << month << year;
     }
-    EXPECT_EQ(desk.folder.read(u"Record/2404.vrf"_s), crLf({kAnn}));
+    EXPECT_EQ(desk.folder.read(u"Record/2404.vrf"_s), april);
 }
 
 } // namespace

@@ -20,13 +20,19 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// March 2024, booked times laid out by hand (the 5th at column 1076, the 6th at 1080, the 20th at 1136): Ann
+// comes on the 5th and the 20th, Bob on the 6th, Cy on the 5th.
 struct MultiDeleteWindowTest : ListsFixture {
+    const QByteArray ann =
+        handLine({{1, "240301090000"}, {14, "Ann"}, {31, "Lee"}, {1076, "0900"}, {1136, "1000"}});
+    const QByteArray bob = handLine({{1, "240302090000"}, {14, "Bob"}, {31, "Ray"}, {1080, "1000"}});
+    const QByteArray cy = handLine({{1, "240303090000"}, {14, "Cy"}, {31, "Day"}, {1076, "1430"}});
+
     MultiDeleteWindowTest() {
         select(15, "MARCH", "2024");
-        writeLines(u"Record/2403.vrf"_s,
-                   {handLine({{1, "240301090000"}, {14, "Ann"}, {31, "Lee"}, {1076, "0900"}}),
-                    handLine({{1, "240302090000"}, {14, "Bob"}, {31, "Ray"}, {1080, "1000"}})});
+        writeLines(u"Record/2403.vrf"_s, {ann, bob, cy});
     }
+    QByteArray march() const { return desk.folder.read(u"Record/2403.vrf"_s); }
     template <typename T> T* find(QWidget& window, const char* name) {
         auto* w = window.findChild<T*>(QString::fromLatin1(name));
         EXPECT_NE(w, nullptr) << name;
@@ -34,46 +40,75 @@ struct MultiDeleteWindowTest : ListsFixture {
     }
 };
 
-TEST_F(MultiDeleteWindowTest, startsOnTheShownMonth_andOffersTheTextOnlyForAWholeMonth) {
+// The window starts on the month the desk shows. Enter never deletes: in the window it means Cancel, and
+// in the question it means No.
+TEST_F(MultiDeleteWindowTest, enterEnter_deletesNothing) {
+    const QByteArray before = march();
+    {
+        MultiDeleteWindow window(desk.state, dates);
+        window.show();
+        QTest::keyClick(find<QComboBox>(window, "CBMDELDay"), Qt::Key_Return);
+        EXPECT_FALSE(window.isVisible());
+        EXPECT_EQ(window.result(), QDialog::Rejected);
+        EXPECT_TRUE(desk.prompter.messages().isEmpty());
+    }
+    MultiDeleteWindow window(desk.state, dates);
+    window.show();
+    EXPECT_EQ(find<QComboBox>(window, "CBMDELDay")->currentText(), u"All Days");
+    desk.prompter.queueEnter();
+    QTest::mouseClick(find<QPushButton>(window, "cmdMDELDelete"), Qt::LeftButton);
+    ASSERT_EQ(desk.prompter.messages().size(), 1);
+    EXPECT_EQ(desk.prompter.last().text, u"DELETE ALL BOOKINGS for the Entire MONTH of MARCH 2024.\r\n"
+                                         u"That removes 3 bookings.\r\nDo you wish to proceed?");
+    EXPECT_EQ(desk.prompter.last().defaultAnswer, Answer::No);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(march(), before);
+}
+
+// Deleting a day says how many whole bookings go and how many of them have other days; Yes removes them.
+TEST_F(MultiDeleteWindowTest, aDay_saysHowManyWholeBookingsGoWithTheirOtherDays) {
     MultiDeleteWindow window(desk.state, dates);
     window.show();
     auto* day = find<QComboBox>(window, "CBMDELDay");
-    EXPECT_EQ(day->currentText(), u"All Days");
-    EXPECT_EQ(find<QComboBox>(window, "CBMDELMonth")->currentText(), u"MARCH");
-    EXPECT_EQ(find<QComboBox>(window, "CBMDELYear")->currentText(), u"2024");
-    auto* text = find<QLineEdit>(window, "DFindTB");
-    EXPECT_TRUE(text->isEnabledTo(&window));
-    day->setCurrentText(u"5"_s);
-    EXPECT_FALSE(text->isEnabledTo(&window));
-    day->setCurrentText(u"All Days"_s);
-    find<QComboBox>(window, "CBMDELMonth")->setCurrentText(u"All Months"_s);
-    EXPECT_FALSE(text->isEnabledTo(&window));
+    day->setFocus();
+    QTest::keyClicks(day, u"5"_s);
+    ASSERT_EQ(day->currentText(), u"5");
+    EXPECT_FALSE(find<QLineEdit>(window, "DFindTB")->isEnabledTo(&window)) << "a text narrows only a month";
+    desk.prompter.queue(Answer::No);
+    QTest::mouseClick(find<QPushButton>(window, "cmdMDELDelete"), Qt::LeftButton);
+    EXPECT_EQ(
+        desk.prompter.last().text,
+        u"DELETE ALL Bookings made on the 5 of MARCH 2024.\r\nThat removes 2 whole bookings, with all their "
+        u"days: 1 of them also have visits on other days.\r\nDo you wish to proceed?");
+    EXPECT_EQ(desk.prompter.last().buttons, Buttons::YesNo);
+    EXPECT_EQ(march(), ann + "\r\n" + bob + "\r\n" + cy + "\r\n");
 
-    auto* kinds = find<QComboBox>(window, "CBDListBy");
-    EXPECT_EQ(kinds->itemText(kinds->count() - 1), u"REPORTING TO");
-    kinds->setCurrentText(u"CAR REGISTRATION"_s);
-    EXPECT_EQ(find<QLabel>(window, "laDListBy")->text(), u"Find whole or part of a:");
-    EXPECT_EQ(find<QLabel>(window, "laDFind")->text(), u"Enter Number Plate:");
-    EXPECT_LE(window.sizeHint().width(), 1024);
-    EXPECT_LE(window.sizeHint().height(), 700);
+    desk.prompter.queue(Answer::Yes);
+    QTest::mouseClick(find<QPushButton>(window, "cmdMDELDelete"), Qt::LeftButton);
+    EXPECT_EQ(march(), bob + "\r\n");
+    EXPECT_EQ(window.result(), QDialog::Accepted);
+    EXPECT_EQ(desk.state.mainTitle,
+              u"Tarnwell Solutions Porvane 90  [ 2 Records Deleted for the 5 of MARCH 2024 ]");
 }
 
-// Enter deleting on Yes is the main window's test below.
-TEST_F(MultiDeleteWindowTest, enterAsksBeforeDeleting_noKeepsTheWindowOpen_escapeCancels) {
+// A text that Windows-1252 cannot hold would match every "?" the files hold in its place.
+TEST_F(MultiDeleteWindowTest, aTextTheFilesCannotHold_isRefused) {
     MultiDeleteWindow window(desk.state, dates);
     window.show();
-    find<QComboBox>(window, "CBMDELDay")->setCurrentText(u"5"_s);
-    const QByteArray before = desk.folder.read(u"Record/2403.vrf"_s);
-    desk.prompter.queue(Answer::No);
-    QTest::keyClick(&window, Qt::Key_Return);
-    EXPECT_TRUE(window.isVisible());
+    find<QComboBox>(window, "CBDListBy")->setCurrentText(u"NAME"_s);
+    EXPECT_EQ(find<QLabel>(window, "laDListBy")->text(), u"Find Visitor by:");
+    EXPECT_EQ(find<QLabel>(window, "laDFind")->text(), u"Enter Name");
+    auto* text = find<QLineEdit>(window, "DFindTB");
+    text->setFocus();
+    QTest::sendKeyEvent(QTest::Click, text, Qt::Key_unknown, u"\u0141"_s, Qt::NoModifier);
+    QTest::keyClicks(text, u"ukasz"_s);
+    QTest::mouseClick(find<QPushButton>(window, "cmdMDELDelete"), Qt::LeftButton);
     EXPECT_EQ(desk.prompter.texts(),
-              QStringList{u"DELETE ALL Bookings made on the 5 of MARCH 2024.\r\nDo you wish to proceed?"_s});
-    QTest::keyClick(&window, Qt::Key_Escape);
-    EXPECT_FALSE(window.isVisible());
-    EXPECT_EQ(window.result(), QDialog::Rejected);
-    EXPECT_EQ(desk.prompter.messages().size(), 1);
-    EXPECT_EQ(desk.folder.read(u"Record/2403.vrf"_s), before);
+              QStringList{u"The text [ \u0141ukasz ] has a character that the booking "
+                          u"files cannot hold, so no booking can contain it. Nothing was "
+                          u"deleted."_s});
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(march(), ann + "\r\n" + bob + "\r\n" + cy + "\r\n");
 }
 
 TEST_F(MultiDeleteWindowTest, aFailureIsShownAndTheWindowStaysOpen) {
@@ -81,10 +116,9 @@ TEST_F(MultiDeleteWindowTest, aFailureIsShownAndTheWindowStaysOpen) {
     window.show();
     find<QComboBox>(window, "CBMDELMonth")->setCurrentText(u"APRIL"_s); // no file for April
     find<QComboBox>(window, "CBMDELDay")->setCurrentText(u"2"_s);
-    desk.prompter.queue(Answer::Yes);
     find<QPushButton>(window, "cmdMDELDelete")->click();
     EXPECT_TRUE(window.isVisible());
-    ASSERT_EQ(desk.prompter.messages().size(), 2);
+    ASSERT_EQ(desk.prompter.messages().size(), 1);
     EXPECT_TRUE(desk.prompter.last().text.startsWith(u"Nothing was deleted: File not found: "));
     EXPECT_TRUE(desk.prompter.last().text.endsWith(u" (error 53)."));
 }
@@ -117,7 +151,7 @@ TEST_F(MultiDeleteWindowTest, purgeFromTheMainWindow_showsTheResultInItsTitleAnd
         ASSERT_NE(dialog, nullptr);
         EXPECT_EQ(dialog->findChild<QComboBox*>(u"CBMDELMonth"_s)->currentText(), u"JUNE");
         dialog->findChild<QComboBox*>(u"CBMDELDay"_s)->setCurrentText(u"15"_s);
-        QTest::keyClick(dialog, Qt::Key_Return);
+        QTest::mouseClick(dialog->findChild<QPushButton*>(u"cmdMDELDelete"_s), Qt::LeftButton);
     });
     window.findChild<QPushButton*>(u"cmdMultiDELETE"_s)->click();
     EXPECT_EQ(window.windowTitle(),

@@ -39,8 +39,9 @@ TEST(PurgeCommand, withoutYesAsksOnTheTerminal_andOnlyYDeletes) {
     for (const QByteArray& answer : {QByteArray("\n"), QByteArray("n\n")}) {
         const AdminRun r = purge(folder, {u"month"_s, u"2024-03"_s}, answer);
         EXPECT_EQ(r.status, 1) << answer.constData();
-        EXPECT_TRUE(r.err.contains(
-            u"DELETE ALL BOOKINGS for the Entire MONTH of MARCH 2024.\nDo you wish to proceed?\n[y/N]"))
+        EXPECT_TRUE(r.err.contains(u"DELETE ALL BOOKINGS for the Entire MONTH of MARCH 2024.\nThat removes 2 "
+                                   u"bookings.\nDo you wish to "
+                                   u"proceed?\n[y/N]"))
             << r.err.toStdString();
         EXPECT_TRUE(r.err.contains(u"nothing deleted"));
         EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), kMarch);
@@ -67,6 +68,12 @@ TEST(PurgeCommand, wrongArgumentsAreUsageErrors_andFailuresExitOne) {
     const AdminRun missing = purge(folder, {u"day"_s, u"2024-04-02"_s, u"--yes"_s});
     EXPECT_EQ(missing.status, 1);
     EXPECT_TRUE(missing.err.contains(u"File not found")) << missing.err.toStdString();
+    const AdminRun unstorable =
+        purge(folder, {u"month"_s, u"2024-02"_s, u"NAME"_s, u"\u0141ukasz"_s, u"--yes"_s});
+    EXPECT_EQ(unstorable.status, 1);
+    EXPECT_TRUE(unstorable.err.contains(u"has a character that the booking files cannot hold"))
+        << unstorable.err.toStdString();
+    EXPECT_EQ(folder.read(u"Record/2402.vrf"_s), kMarch);
     const AdminRun tooLate = purge(folder, {u"year"_s, u"2031"_s, u"--yes"_s});
     EXPECT_EQ(tooLate.status, 1);
     EXPECT_TRUE(tooLate.err.contains(u"ATTENTION: No VALID Date selected - Try selecting again"));

@@ -95,33 +95,6 @@ TEST(PassIssue, endDatesFollowTheCalendar) {
     }
 }
 
-TEST(PassIssue, aLaterStartDayMovesTheEndAndAPastDayIsRefused) {
-    PassDesk d;
-    d.pass.open();
-    d.pass.choose(u"TWO"_s, u"Week"_s);
-    d.pass.toggleCalendar();
-    EXPECT_TRUE(d.pass.view().calendarShown);
-
-    EXPECT_TRUE(d.pass.pickCalendarDay(QDate(2026, 11, 20)));
-    EXPECT_FALSE(d.pass.view().calendarShown);
-    EXPECT_EQ(d.state.pass.PassStartDate, u"20-11-2026");
-    EXPECT_EQ(d.pass.view().PassDateTB, u"20-11-2026");
-    EXPECT_EQ(d.state.pass.PassEndDate, u"04-12-2026");
-    EXPECT_EQ(d.pass.view().laDayNotice, u"PRINTING PASS");
-
-    EXPECT_FALSE(d.pass.pickCalendarDay(QDate(2026, 11, 13)));
-    ASSERT_EQ(d.prompter.messages().size(), 1);
-    EXPECT_EQ(d.prompter.last().text, u"You Cannot Issue a Pass DATED BEFORE Today");
-    EXPECT_EQ(d.prompter.last().title, u"Porvane 90");
-    EXPECT_EQ(d.prompter.last().icon, Icon::Exclamation);
-    EXPECT_EQ(d.pass.view().PASSValidTB, u"I N V A L I D");
-    EXPECT_EQ(d.state.pass.PassEndDate, u"04-12-2026"); // not computed on
-
-    EXPECT_TRUE(d.pass.pickCalendarDay(QDate(2026, 11, 14)));
-    EXPECT_EQ(d.state.pass.PassEndDate, u"28-11-2026");
-    EXPECT_EQ(d.prompter.messages().size(), 1);
-}
-
 TEST(PassIssue, aOneDayPassIsAlwaysForTodayAndHasNoCalendar) {
     PassDesk d;
     d.pass.open();
@@ -157,59 +130,4 @@ TEST(PassIssue, periodCodesInWords) {
     EXPECT_EQ(passPeriodWords(u"2X"_s), u"[ Unknown ]");
     EXPECT_EQ(passPeriodWords(u"          "_s), u"[ Unknown ]");
     EXPECT_EQ(passPeriodWords(QString()), u"[ Unknown ]");
-}
-
-TEST(PassIssue, removalAskedOnCloseYesClosesNoAndCancelKeepTheWindow) {
-    for (Answer answer : {Answer::Yes, Answer::No, Answer::Cancel}) {
-        PassDesk d;
-        d.state.record[Field::PassStart] = u"14-11-2026"_s;
-        d.state.record[Field::PassEnd] = u"28-11-2026"_s;
-        d.state.record[Field::PassPeriod] = u"2W"_s;
-        d.state.record[Field::PassIssued] = u"14-11-2026 at 08:55"_s;
-        d.pass.open();
-        EXPECT_TRUE(d.pass.confirmClose()); // no removal asked for: closes quietly
-        EXPECT_TRUE(d.prompter.messages().isEmpty());
-
-        d.pass.requestRemoval();
-        d.prompter.queue(answer);
-        const bool closes = d.pass.confirmClose();
-        ASSERT_EQ(d.prompter.messages().size(), 1);
-        const auto& m = d.prompter.last();
-        EXPECT_EQ(m.text, u"This will REMOVE the pass record for Ada Quist\r\n\r\n"
-                          u"Start Date: 14-11-2026   Pass Ends: 28-11-2026\r\n"
-                          u"Pass Issued: 14-11-2026 at 08:55 for 2 Weeks\r\n"
-                          u"Quist Surveys  [ 261114090000 ]\r\n\r\n"
-                          u"Do you wish to proceed ?");
-        EXPECT_EQ(m.buttons, Buttons::YesNoCancel);
-        EXPECT_EQ(m.icon, Icon::Question);
-        EXPECT_EQ(closes, answer == Answer::Yes);
-        EXPECT_EQ(d.state.RemovePassRequested, answer == Answer::Yes);
-    }
-}
-
-TEST(PassIssue, photoMarksAreTakenOnceOnActivation) {
-    PassDesk d;
-    d.pass.open();
-    d.state.JustAttachedMark = true;
-    d.pass.reloadPhoto();
-    EXPECT_TRUE(d.state.pass.PassPhotoShown);
-    EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"1");
-    EXPECT_TRUE(d.state.PassWindowChanged);
-    EXPECT_FALSE(d.state.JustAttachedMark);
-    EXPECT_TRUE(d.pass.view().PassPortIma.endsWith(u"photo/2611/261114090000_Ada_Quist.bmp"));
-
-    d.state.PassWindowChanged = false;
-    d.state.JustDeletedMark = true;
-    d.pass.reloadPhoto();
-    EXPECT_FALSE(d.state.pass.PassPhotoShown);
-    EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"0");
-    EXPECT_TRUE(d.state.PassWindowChanged);
-    EXPECT_FALSE(d.state.JustDeletedMark);
-
-    d.state.PassWindowChanged = false;
-    d.state.JustCapturedMark = true;
-    d.pass.reloadPhoto();
-    EXPECT_TRUE(d.state.pass.PassPhotoShown);
-    EXPECT_FALSE(d.state.PassWindowChanged); // a capture alone does not mark the window changed
-    EXPECT_FALSE(d.state.JustCapturedMark);
 }

@@ -133,7 +133,6 @@ TEST(PhotoAttach, copiesIntoANewMonthFolderAndNeverMoves) {
     EXPECT_EQ(d.folder.read(u"photo/2612/261201080000_Ada_Quist.bmp"_s), QByteArray(5000, 'x'));
     EXPECT_TRUE(d.folder.exists(u"photo/2611/261103090000_Ada_Quist.bmp"_s));
     EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"1");
-    EXPECT_TRUE(d.state.JustAttachedMark);
 }
 
 TEST(PhotoAttach, aDifferentNameIsAskedAboutAndEitherNoStops) {
@@ -149,7 +148,6 @@ TEST(PhotoAttach, aDifferentNameIsAskedAboutAndEitherNoStops) {
                                                     u"different name!  \r\nDo you still wish to proceed?");
         EXPECT_EQ(d.prompter.messages().size(), first == Answer::Yes ? 2 : 1);
         EXPECT_EQ(d.photoFiles("2611").size(), 2);
-        EXPECT_FALSE(d.state.JustAttachedMark);
     }
 }
 
@@ -179,7 +177,6 @@ TEST(PhotoDelete, byPatternRemovesAPhotoOrphanedByARename) {
     EXPECT_EQ(d.photos.deleteOne(ada), u"Photo Deleted");
     EXPECT_EQ(d.prompter.last().text, u"This will permanently delete the photo for Ada Quist");
     EXPECT_EQ(d.photoFiles("2611"), QStringList{u"261105101010_Bert_Rowe.bmp"_s});
-    EXPECT_TRUE(d.state.JustDeletedMark);
     EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"0");
 }
 
@@ -216,5 +213,4 @@ TEST(PhotoManager, aReadOnlyDeskNeitherAttachesNorDeletes) {
     EXPECT_TRUE(d.prompter.messages().isEmpty());
     EXPECT_EQ(d.photoFiles("2611").size(), 2);
     EXPECT_FALSE(d.folder.exists(u"photo/2612"_s));
-    EXPECT_FALSE(d.state.JustAttachedMark || d.state.JustDeletedMark);
 }

@@ -13,9 +13,13 @@ Answer ScriptedPrompter::ask(const Message& message) {
         ADD_FAILURE() << "unexpected question: " << message.text.toStdString();
         return Answer::Cancel;
     }
-    const Answer a = m_answers.front();
+    const std::optional<Answer> a = m_answers.front();
     m_answers.pop_front();
-    return a;
+    if (a)
+        return *a;
+    if (message.defaultAnswer)
+        return *message.defaultAnswer;
+    return message.buttons == Buttons::Ok || message.buttons == Buttons::OkCancel ? Answer::Ok : Answer::Yes;
 }
 
 QStringList ScriptedPrompter::texts() const {

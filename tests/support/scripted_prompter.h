@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <deque>
+#include <optional>
 
 namespace porvane::test {
 
@@ -13,7 +14,11 @@ public:
     Answer ask(const Message& message) override;
 
     void queue(Answer answer) { m_answers.push_back(answer); }
-    void queue(std::initializer_list<Answer> answers) { m_answers.insert(m_answers.end(), answers); }
+    void queue(std::initializer_list<Answer> answers) {
+        m_answers.insert(m_answers.end(), answers.begin(), answers.end());
+    }
+    // The operator presses Enter: the message's default answer, or its first button when it names none.
+    void queueEnter() { m_answers.push_back(std::nullopt); }
 
     const QList<Message>& messages() const { return m_messages; }
     QStringList texts() const;
@@ -26,7 +31,7 @@ public:
 
 private:
     QList<Message> m_messages;
-    std::deque<Answer> m_answers;
+    std::deque<std::optional<Answer>> m_answers;
 };
 
 } // namespace porvane::test
