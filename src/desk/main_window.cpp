@@ -256,7 +256,9 @@ QWidget* MainWindow::buildTimes() {
     TimeGrid->setModel(m_timesModel);
     TimeGrid->verticalHeader()->hide();
     TimeGrid->verticalHeader()->setDefaultSectionSize(19);
-    TimeGrid->horizontalHeader()->setStretchLastSection(true);
+    // The two columns always fit the grid's width, so it never scrolls sideways.
+    TimeGrid->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Fixed);
+    TimeGrid->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     TimeGrid->setColumnWidth(0, 56);
     TimeGrid->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     TimeGrid->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -806,8 +808,11 @@ void MainWindow::showBox(Field field) {
     const QScopedValueRollback<bool> showing(m_showing, true);
     const QString& text = m_booking[field];
     if (auto* edit = qobject_cast<QLineEdit*>(w)) {
-        if (edit->text() != text)
+        if (edit->text() != text) {
             edit->setText(text);
+            if (!edit->hasFocus())
+                edit->setCursorPosition(0); // a long organisation reads from its start
+        }
     } else if (auto* combo = qobject_cast<QComboBox*>(w)) {
         if (combo->currentText() != text)
             combo->setCurrentText(text);
@@ -819,8 +824,10 @@ void MainWindow::showBooking() {
     for (Field field : BookingEditor::kBoxes)
         showBox(field);
     m_timesModel->cellsChanged();
+    // Down to the last booked day, never sideways.
     if (const int day = m_times.lastBookedDay(); day > 0)
-        TimeGrid->scrollTo(m_timesModel->index(day - 1, 1));
+        TimeGrid->scrollTo(m_timesModel->index(day - 1, 0));
+    TimeGrid->horizontalScrollBar()->setValue(0);
     selectBookingRow();
     showEditorState();
 }
