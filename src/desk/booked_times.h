@@ -60,7 +60,6 @@ public:
     // The grid's current cell; row 0 is the heading (no day chosen).
     void setCurrentCell(int row, int column);
     int currentRow() const { return m_row; }
-    int currentColumn() const { return m_column; }
 
     // A day's cell edit is finished: the time grammar decides what the booking keeps.
     void enterCell(int day, const QString& typed);

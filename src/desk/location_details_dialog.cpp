@@ -146,11 +146,8 @@ bool LocationDetailsDialog::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void LocationDetailsDialog::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1) {
-        ShowHelp(m_state);
-        return;
-    }
-    QDialog::keyPressEvent(event);
+    if (!openHelpOnKey(m_state, *event))
+        QDialog::keyPressEvent(event);
 }
 
 void LocationDetailsDialog::reject() {

@@ -173,11 +173,8 @@ bool PersonalDetailsDialog::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void PersonalDetailsDialog::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1) {
-        ShowHelp(m_state);
-        return;
-    }
-    QDialog::keyPressEvent(event);
+    if (!openHelpOnKey(m_state, *event))
+        QDialog::keyPressEvent(event);
 }
 
 void PersonalDetailsDialog::reject() {

@@ -165,11 +165,9 @@ bool PassIssue::computeValidity() {
     const QDate end = addIntervals(start);
     if (dayPass) {
         p.PassValidText = QStringLiteral("DAY PASS  ") + passDay(m_state.clock.today());
-        m_view.laDayNoticePos = QPoint(570, 90);
         m_view.laDayNotice = tr("PRINTING PASS ONLY VALID TODAY");
     } else {
         p.PassValidText = QStringLiteral("Valid Until:  ") + passDay(end);
-        m_view.laDayNoticePos = QPoint(540, 255);
         m_view.laDayNotice = tr("PRINTING PASS");
     }
     m_view.PASSValidTB = p.PassValidText;

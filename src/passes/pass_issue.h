@@ -6,7 +6,6 @@
 
 #include <QCoreApplication>
 #include <QDate>
-#include <QPoint>
 #include <QString>
 #include <functional>
 
@@ -28,7 +27,6 @@ public:
         QString PassTodayTB = QStringLiteral("Today");
         QString PASSValidTB;
         QString laDayNotice;
-        QPoint laDayNoticePos; // twips, left and top
         QString PassDateTB;
         QString PassTimeTB;
         QString PassNameTB;
