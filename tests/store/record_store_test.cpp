@@ -308,16 +308,4 @@ TEST_F(RecordStoreTest, lockOfAnotherDesk_isWaitedFor_namesItsHolder_andIsBroken
     }
 }
 
-TEST_F(RecordStoreTest, nameLessLockFileOfAKilledDesk_isTakenOverWithoutAQuestion) {
-    desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn}));
-    desk.folder.write(u"porvane.lock"_s, QByteArray()); // made, then killed before it wrote its name
-    openBooking(kAnn);
-    desk.state.record[Field::CarReg] = u"typed"_s;
-
-    const StoreResult result = store.UpdateRecord(u"2403"_s, u"240305090000"_s);
-    ASSERT_TRUE(result.ok()) << result.error.text.toStdString();
-    EXPECT_TRUE(desk.prompter.messages().isEmpty());
-    EXPECT_EQ(RecordLine(month()).trimmed(Field::CarReg), u"typed");
-}
-
 } // namespace
