@@ -2,6 +2,7 @@
 // lost, nothing is written outside the folder, nothing hangs. Tests run as root; another user is played by a
 // forked child that drops to nobody.
 #include "../store/store_fixture.h"
+#include "admin_run.h"
 #include "store/data_lock.h"
 #include "store/line_reader.h"
 
@@ -284,4 +285,26 @@ TEST_F(DataFolderTrust, leftoverTemporaryFilesGoWithTheNextChange) {
     ASSERT_EQ(lock.acquire(), DataLock::State::Held);
     EXPECT_EQ(folderEntries(folder.path(u"Record"_s)), (QStringList{u"2611.vrf"_s, u"notes.txt"_s}));
     EXPECT_TRUE(folderEntries(folder.path(u"Status"_s)).isEmpty());
+}
+
+// A find text that the files cannot hold would be searched for as "?" and find every name stored as "?":
+// porvane-admin (through the desk's own search entry) refuses it and says why; a Western European letter is
+// searched for as typed.
+TEST_F(DataFolderTrust, aSearchTextTheFilesCannotHoldIsRefused_notSearchedForAsQuestionMarks) {
+    folder.write(u"Record/2611.vrf"_s,
+                 crLf({handLine({{1, "261105090000"}, {14, "????"}, {31, "??????"}, {1076, "0900"}}),
+                       handLine({{1, "261106090000"}, {14, "Jos\xe9"}, {31, "Lee"}, {1080, "0900"}})}));
+    const AdminRun refused = runAdmin(folder, u"2026-11-20"_s,
+                                      {u"search"_s, u"2026-11"_s, u"NAME"_s, u"\u041E\u043B\u0435\u0433"_s});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.out.isEmpty()) << refused.out.toStdString();
+    EXPECT_TRUE(refused.err.contains(u"Can't Search!  \"\u041E\u043B\u0435\u0433\" has a character that the "
+                                     "visitor files cannot hold"_s))
+        << refused.err.toStdString();
+
+    const AdminRun found =
+        runAdmin(folder, u"2026-11-20"_s, {u"--csv"_s, u"search"_s, u"2026-11"_s, u"NAME"_s, u"jos\u00E9"_s});
+    EXPECT_EQ(found.status, 0) << found.err.toStdString();
+    EXPECT_EQ(found.outLines().size(), 2) << found.out.toStdString(); // header and José
+    EXPECT_TRUE(found.out.contains(u"261106090000,Jos\u00E9,Lee"_s)) << found.out.toStdString();
 }
