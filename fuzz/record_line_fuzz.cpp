@@ -18,8 +18,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         seen += bytes.size();
         const RecordLine line(bytes);
         decodeRecordLine(line, record);
-        // Whatever was read, the line written back from it has the one fixed length.
-        if (encodeRecordLine(record).size() != kRecordLineLength)
+        // Whatever was read, the line written back from it has the one fixed length, and reads back as
+        // the same booking: decoding a written line and writing it again gives back that line.
+        const QByteArray written = encodeRecordLine(record);
+        if (written.size() != kRecordLineLength)
+            __builtin_trap();
+        CurrentRecord reread;
+        decodeRecordLine(RecordLine(written), reread);
+        if (encodeRecordLine(reread) != written)
             __builtin_trap();
         for (int day = 1; day <= kBookedSlotCount; ++day)
             if (line.bookedSlot(day).size() > kBookedSlotWidth)

@@ -23,6 +23,11 @@ struct SiteTimes {
 // no line.
 SiteTimes readSiteTimes(const QString& dataPath, const QDate& day, const QString& regNo);
 
+// Writes arrival and departure ("hh:mm" or "  -  ", at most five characters each) into every line of the
+// status file at statusPath whose first 12 characters equal key, as below; the caller holds the lock.
+FileError markSiteTimes(const QString& statusPath, QByteArrayView key, QByteArrayView arrival,
+                        QByteArrayView departure, WritePath* writePath = nullptr);
+
 // Writes the current record's arrival and departure (TimeOnSite, TimeOffSite) into every line of today's
 // status file whose first 12 characters equal the registration box's trimmed text. Each value replaces at
 // most five characters at columns 991 and 996; a line too short to hold them is first padded with blanks to
