@@ -254,27 +254,6 @@ TEST_F(DataFolderTrust, aLineLongerThanAnyBookingIsReportedAsDamage_andTheFileIs
     EXPECT_EQ(folder.read(u"Record/2611.vrf"_s), huge);
 }
 
-// Lines ended by a lone CR (old Mac tools) are lines like any other for every reader and writer.
-TEST_F(DataFolderTrust, aLoneCrEndsALineLikeLfAndCrLf) {
-    folder.write(u"Record/2611.vrf"_s, "one\rtwo\r\nthree\nfour\r\rsix\r");
-    QStringList read;
-    LineReader reader(month);
-    for (QByteArrayView line; reader.next(line);)
-        read << QString::fromLatin1(line);
-    EXPECT_EQ(read, (QStringList{u"one"_s, u"two"_s, u"three"_s, u"four"_s, u""_s, u"six"_s}));
-
-    int lines = 0;
-    ASSERT_FALSE(rewriteLines(month, [&lines](QByteArrayView line, QByteArray& out) {
-        ++lines;
-        if (line != "two") {
-            out.append(line);
-            out.append(kLineEnd);
-        }
-    }));
-    EXPECT_EQ(lines, 6);
-    EXPECT_EQ(folder.read(u"Record/2611.vrf"_s), "one\r\nthree\r\nfour\r\n\r\nsix\r\n");
-}
-
 // The desk's own temporary files, left by a desk killed while it wrote, go with the next change.
 TEST_F(DataFolderTrust, leftoverTemporaryFilesGoWithTheNextChange) {
     folder.write(u"Record/2611.vrf"_s, kLine + "\r\n");
