@@ -34,10 +34,13 @@ struct LockText {
     QByteArray boot;
 };
 
+// The last line, a number drawn for each taking of the lock, tells this lock file from any other, also where
+// inode numbers cannot (a network share's client may give two names of one file two numbers).
 QByteArray ownLockText() {
     return QByteArray::number(QCoreApplication::applicationPid()) + '\n' +
            QCoreApplication::applicationName().toUtf8() + '\n' + QSysInfo::machineHostName().toUtf8() + '\n' +
-           QSysInfo::machineUniqueId() + '\n' + QSysInfo::bootUniqueId() + '\n';
+           QSysInfo::machineUniqueId() + '\n' + QSysInfo::bootUniqueId() + '\n' +
+           QByteArray::number(QRandomGenerator::global()->generate64(), 36) + '\n';
 }
 
 LockText parse(const QByteArray& bytes) {
@@ -77,6 +80,16 @@ bool namesDeadProcessHere(const LockText& text) {
 
 QByteArray encoded(const QString& path) {
     return QFile::encodeName(path);
+}
+
+// What the lock file at path says now; empty when there is none or it cannot be read.
+QByteArray readLockAt(const QByteArray& path) {
+    const int fd = ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return {};
+    const QByteArray bytes = readLock(fd);
+    ::close(fd);
+    return bytes;
 }
 
 // Makes the file holding text; the descriptor, or -1 with errno set.
@@ -128,6 +141,7 @@ int DataLock::create() {
     const QByteArray temporary = path + '.' + QByteArray::number(QCoreApplication::applicationPid()) + '.' +
                                  QByteArray::number(QRandomGenerator::global()->generate(), 36);
     const QByteArray text = ownLockText();
+    m_text = text;
     int fd = writeLockFile(temporary, text);
     if (fd < 0)
         return errno;
@@ -153,8 +167,9 @@ DataLock::Look DataLock::look() {
         ::open(encoded(lockPath(m_dataPath)).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0)
         return errno == ENOENT ? Look::Gone : Look::Busy;
-    const LockText text = parse(readLock(fd));
+    m_seen = readLock(fd);
     ::close(fd);
+    const LockText text = parse(m_seen);
     m_holder = text.holder;
     return namesDeadProcessHere(text) ? Look::Dead : Look::Busy;
 }
@@ -164,14 +179,10 @@ bool DataLock::removeDead() {
     const int fd = ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0)
         return errno == ENOENT;
-    // Another desk may have removed the dead lock and made its own a moment ago: only the same file, still
-    // naming the dead process, and held by nobody, goes.
-    struct stat opened {};
-    struct stat named {};
-    const bool remove = ::flock(fd, LOCK_EX | LOCK_NB) == 0 && namesDeadProcessHere(parse(readLock(fd))) &&
-                        ::fstat(fd, &opened) == 0 && ::lstat(path.constData(), &named) == 0 &&
-                        opened.st_dev == named.st_dev && opened.st_ino == named.st_ino &&
-                        ::unlink(path.constData()) == 0;
+    // Another desk may have removed the dead lock and made its own a moment ago: only the lock that was seen,
+    // held by nobody, and still the one at its name, goes.
+    const bool remove = ::flock(fd, LOCK_EX | LOCK_NB) == 0 && readLock(fd) == m_seen &&
+                        readLockAt(path) == m_seen && ::unlink(path.constData()) == 0;
     ::close(fd);
     return remove;
 }
@@ -222,10 +233,7 @@ void DataLock::release() {
         return;
     // Only our own lock file goes: after an operator broke it, the name may already be another desk's.
     const QByteArray path = encoded(lockPath(m_dataPath));
-    struct stat own {};
-    struct stat named {};
-    if (::fstat(m_fd, &own) == 0 && ::lstat(path.constData(), &named) == 0 && own.st_dev == named.st_dev &&
-        own.st_ino == named.st_ino)
+    if (readLockAt(path) == m_text)
         ::unlink(path.constData());
     ::close(m_fd);
     m_fd = -1;

@@ -55,6 +55,8 @@ private:
     QString m_dataPath;
     std::chrono::milliseconds m_wait;
     int m_fd = -1;
+    QByteArray m_text; // what our lock file says
+    QByteArray m_seen; // what the lock file of another said when last looked at
     LockHolder m_holder;
     FileError m_error;
 };

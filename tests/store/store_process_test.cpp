@@ -148,17 +148,18 @@ TEST(StoreChild, DISABLED_listUntilStopped) {
 namespace {
 
 // Four desks save and update `count` bookings each, desk i on dataPaths[i % size] (one folder, or mounts of
-// one share that play different PCs), while a fifth lists the month without a lock; every booking must be
-// there once, with its last update, no line torn or doubled.
+// one share that play different PCs), while a fifth lists the month without a lock (on a local folder only:
+// through sshfs a list that meets another desk's rename may find no file for that moment); every booking must
+// be there once, with its last update, no line torn or doubled.
 void fourDesksSaveAndUpdate(const QStringList& dataPaths, int count) {
+    const bool withLister = dataPaths.size() == 1;
     const QString first = dataPaths.first();
     QFile seed(first + u"Record/2403.vrf"_s);
     ASSERT_TRUE(seed.open(QIODevice::WriteOnly | QIODevice::Truncate));
     seed.write(crLf({kOwnLine}));
     seed.close();
-    QFile::remove(first + u"stop"_s);
     QObject owner;
-    QProcess* lister = startChild("listUntilStopped", first, 0, 0, &owner);
+    QProcess* lister = withLister ? startChild("listUntilStopped", first, 0, 0, &owner) : nullptr;
     QList<QProcess*> desks;
     for (int index = 1; index <= 4; ++index)
         desks.append(
@@ -167,14 +168,16 @@ void fourDesksSaveAndUpdate(const QStringList& dataPaths, int count) {
         ASSERT_TRUE(desk->waitForFinished(600000));
         EXPECT_EQ(desk->exitCode(), 0) << desk->readAll().toStdString();
     }
-    QFile stop(first + u"stop"_s);
-    ASSERT_TRUE(stop.open(QIODevice::WriteOnly));
-    stop.close();
-    ASSERT_TRUE(lister->waitForFinished(60000));
-    const QByteArray listed = lister->readAll();
-    EXPECT_EQ(lister->exitCode(), 0) << listed.toStdString();
-    EXPECT_TRUE(listed.contains("reads ")) << listed.toStdString();
-    QFile::remove(first + u"stop"_s);
+    if (lister) {
+        QFile stop(first + u"stop"_s);
+        ASSERT_TRUE(stop.open(QIODevice::WriteOnly));
+        stop.close();
+        ASSERT_TRUE(lister->waitForFinished(60000));
+        const QByteArray listed = lister->readAll();
+        EXPECT_EQ(lister->exitCode(), 0) << listed.toStdString();
+        EXPECT_TRUE(listed.contains("reads ")) << listed.toStdString();
+        QFile::remove(first + u"stop"_s);
+    }
 
     QFile month(first + u"Record/2403.vrf"_s);
     ASSERT_TRUE(month.open(QIODevice::ReadOnly));
