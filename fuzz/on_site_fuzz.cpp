@@ -28,6 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString dataPath = fuzz::folderOf(month, 2);
     const QDate today(2024, 2, 10);
     const QString status = OnSiteList::statusFilePath(dataPath, today);
+    QDir().mkpath(dataPath + QStringLiteral("Status"));
     if (split)
         fuzz::writeInput(QStringLiteral("Status/240210.vdf"), data + monthSize + 1, size - monthSize - 1);
     else
