@@ -1,5 +1,7 @@
 #include "store/day_status.h"
 
+#include "app/app_state.h"
+
 #include "store/data_lock.h"
 #include "store/data_paths.h"
 #include "store/line_reader.h"

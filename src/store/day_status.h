@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/app_state.h"
 #include "store/file_error.h"
 
 #include <QDate>
@@ -9,6 +8,7 @@
 
 namespace porvane {
 
+class AppState;
 class WritePath;
 
 // A booking's arrival and departure in a day status file, "hhmm" each (columns 991-992 and 994-995,
