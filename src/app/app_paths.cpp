@@ -47,18 +47,23 @@ bool seedHomeFolder(const QString& appPath, const QString& programDir) {
     const QDir to(appPath);
     if (from.canonicalPath() == to.canonicalPath())
         return true;
-    bool ok = true;
-    for (const QString& folder : {QStringLiteral("_PSF"), QStringLiteral("PorvaneDocs")}) {
+    // What the program ships, and only that: pick lists, pass images and help pages. Whatever a run wrote
+    // beside the program (its settings, and with them its data folder) stays that installation's own.
+    QStringList shipped{QStringLiteral("_PSF/PSystem/PACustom.ini")};
+    for (const QString& folder : {QStringLiteral("_PSF/IRender"), QStringLiteral("PorvaneDocs")}) {
         QDirIterator it(from.filePath(folder), QDir::Files, QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            const QString source = it.next();
-            const QString target = to.filePath(from.relativeFilePath(source));
-            if (QFileInfo::exists(target))
-                continue;
-            ok = QDir().mkpath(QFileInfo(target).absolutePath()) && QFile::copy(source, target) && ok;
-            // An installed file is read-only; the site edits its copy (the pick lists).
-            QFile(target).setPermissions(QFile(target).permissions() | QFileDevice::WriteOwner);
-        }
+        while (it.hasNext())
+            shipped << from.relativeFilePath(it.next());
+    }
+    bool ok = true;
+    for (const QString& relative : shipped) {
+        const QString source = from.filePath(relative);
+        const QString target = to.filePath(relative);
+        if (!QFileInfo::exists(source) || QFileInfo::exists(target))
+            continue;
+        ok = QDir().mkpath(QFileInfo(target).absolutePath()) && QFile::copy(source, target) && ok;
+        // An installed file is read-only; the site edits its copy (the pick lists).
+        QFile(target).setPermissions(QFile(target).permissions() | QFileDevice::WriteOwner);
     }
     return ok;
 }

@@ -93,6 +93,10 @@ GridLists::Outcome GridLists::startSearch(const DateSelection& dates, const QStr
                               Icon::Exclamation);
         return Outcome::Refused;
     }
+    if (const QString refusal = RecordSearch::findTextRefusal(findText); !refusal.isEmpty()) {
+        m_state.prompter.tell(plainTitle(), refusal, Icon::Exclamation);
+        return Outcome::Refused;
+    }
     return runSearch(dates, kindText, findText);
 }
 

@@ -138,6 +138,14 @@ QString RecordSearch::settledKindText(const QString& text) {
     return kindFromText(text) ? text : kindText(SearchKind::AnyText);
 }
 
+QString RecordSearch::findTextRefusal(const QString& findText) {
+    if (fitsWindows1252(findText))
+        return {};
+    return tr("Can't Search!  \"%1\" has a character that the visitor files cannot hold (they keep Western "
+              "European letters only): it would find every booking stored with a \"?\".")
+        .arg(findText.trimmed());
+}
+
 QString RecordSearch::findTextFor(SearchKind kind, const QString& findText) {
     QString text = findText.trimmed();
     if (kind == SearchKind::Name)

@@ -64,6 +64,9 @@ public:
     // Leaving CBListBy: a text that is none of the kinds becomes "ANY TEXT".
     static QString settledKindText(const QString& text);
 
+    // Why a find text cannot be searched for, empty when it can: a character that the Windows-1252 files
+    // cannot hold is stored as "?", so such a text would match every stored "?".
+    static QString findTextRefusal(const QString& findText);
     // The find text as it is compared: trimmed, and for NAME runs of three and then of two blanks made one.
     static QString findTextFor(SearchKind kind, const QString& findText);
 

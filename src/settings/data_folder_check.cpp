@@ -1,5 +1,7 @@
 #include "settings/data_folder_check.h"
 
+#include "store/windows1252.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryFile>
@@ -25,6 +27,8 @@ DataFolderCheck DataFolderCheck::existingFolder(const QString& path) {
     const QFileInfo info(path);
     if (path.trimmed().isEmpty() || !QDir::isAbsolutePath(path))
         check.status = Status::NotAbsolute;
+    else if (!fitsWindows1252(path))
+        check.status = Status::NotWindows1252; // it would be saved with "?" and name no folder next time
     else if (!info.exists())
         check.status = Status::Missing;
     else if (!info.isDir())

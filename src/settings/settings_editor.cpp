@@ -22,6 +22,12 @@ QString folderRefusal(const DataFolderCheck& check, const QString& path) {
     switch (check.status) {
     case Status::NotAbsolute:
         return SettingsEditor::tr("Give the folder's full path, for example /srv/porvane/Porvanedata.");
+    case Status::NotWindows1252:
+        return SettingsEditor::tr(
+                   "The folder %1 has a character that the settings file cannot hold; it would "
+                   "be saved as \"?\" and name no folder. Choose a folder whose path has only "
+                   "Western European letters.")
+            .arg(shown(path));
     case Status::Missing:
         return SettingsEditor::tr("The folder %1 does not exist.").arg(shown(path));
     case Status::NotAFolder:

@@ -67,8 +67,14 @@ bool looksLikeRecord(const QByteArray& record) {
     return true;
 }
 
+// A damaged file is copied once: a copy of the same size made since the file last changed is already the
+// copy of this damage, and a big damaged file is not copied again on every start.
 QString keepCopy(const QString& file) {
     const QString copy = file + QStringLiteral(".damaged");
+    const QFileInfo original(file);
+    const QFileInfo kept(copy);
+    if (kept.exists() && kept.size() == original.size() && kept.lastModified() >= original.lastModified())
+        return copy;
     QFile::remove(copy);
     return QFile::copy(file, copy) ? copy : QString();
 }

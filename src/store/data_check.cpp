@@ -1,5 +1,6 @@
 #include "store/data_check.h"
 
+#include "store/line_reader.h"
 #include "store/record_fields.h"
 #include "store/record_line.h"
 #include "store/safe_file.h"
@@ -150,37 +151,35 @@ QList<DataDamage> checkDataFolder(const QString& dataPath, int* files) {
     };
     for (const auto& kind : kinds) {
         const QDir folder(QDir(dataPath).filePath(kind.folder));
-        for (const QString& name : folder.entryList(QDir::Files, QDir::Name)) {
+        for (const QString& name : folder.entryList(QDir::Files | QDir::System, QDir::Name)) {
+            const QString relative = kind.folder + u'/' + name;
+            if (isLeftoverName(name))
+                damage.append({relative, 0,
+                               tr("left over by a desk stopped while it wrote; the next change "
+                                  "removes it")});
             const QRegularExpressionMatch match = kind.name.match(name);
             if (!match.hasMatch())
                 continue;
-            const QString relative = kind.folder + u'/' + name;
-            QByteArray bytes;
-            if (FileError error = readWholeFile(folder.filePath(name), bytes)) {
-                damage.append({relative, 0, error.text});
-                continue;
-            }
-            ++read;
+            LineReader reader(folder.filePath(name));
             int number = 0;
-            for (qsizetype at = 0; at < bytes.size();) {
+            QByteArrayView line;
+            for (qint64 at = reader.offset(); reader.next(line); at = reader.offset()) {
                 ++number;
-                qsizetype nl = bytes.indexOf('\n', at);
-                const bool ended = nl >= 0;
-                if (!ended)
-                    nl = bytes.size();
-                QByteArrayView line(bytes.constData() + at, nl - at);
-                at = nl + 1;
                 QStringList faults;
-                if (!ended)
+                const qint64 lineEnd = reader.offset() - at - line.size();
+                if (lineEnd == 0)
                     faults << tr("no line end: the file ends in the middle of this line");
-                else if (!line.endsWith('\r'))
-                    faults << tr("line ends in LF, not CR LF");
-                if (line.endsWith('\r'))
-                    line.chop(1);
+                else if (lineEnd == 1)
+                    faults << (line.data()[line.size()] == '\n' ? tr("line ends in LF, not CR LF")
+                                                                : tr("line ends in CR, not CR LF"));
                 faults += checkStoredLine(line, match.captured(1), kind.monthFile);
                 for (const QString& what : faults)
                     damage.append({relative, number, what});
             }
+            if (reader.error())
+                damage.append({relative, 0, reader.error().text});
+            else
+                ++read;
         }
     }
     if (files)

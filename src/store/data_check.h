@@ -21,8 +21,9 @@ struct DataDamage {
 QStringList checkStoredLine(QByteArrayView line, const QString& fileStem, bool monthFile);
 
 // Checks every month file (Record/yymm.vrf) and day status file (Status/yymmdd.vdf) of the data folder,
-// including line ends: each line must end in CR LF. files tells how many files were read. A file that cannot
-// be read is reported as damage at line 0.
+// including line ends: each line must end in CR LF (a lone CR or LF ends a line too, and is reported). files
+// tells how many files were read whole. A file that cannot be read (a link, a pipe, a line longer than any
+// booking) and a temporary file left by a desk stopped while it wrote are reported as damage at line 0.
 QList<DataDamage> checkDataFolder(const QString& dataPath, int* files = nullptr);
 
 } // namespace porvane

@@ -1,36 +1,129 @@
 #include "store/data_lock.h"
 
+#include "store/safe_file.h"
+
 #include <QDeadlineTimer>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QSysInfo>
 #include <QThread>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace porvane {
 
 namespace {
+
 // Between two looks at a busy lock: a few milliseconds, varied so that waiting desks do not take turns in
 // step.
 constexpr int kPollStep = 8;
 
-QString describe(const LockHolder& holder) {
-    const QString host =
-        holder.host.isEmpty() ? QCoreApplication::translate("DataLock", "an unknown PC") : holder.host;
-    return QCoreApplication::translate("DataLock", "the desk on %1 (process %2)").arg(host).arg(holder.pid);
+// What the lock file says: pid, program, host, machine and boot identifiers, one a line (the layout QLockFile
+// writes, so a lock of either kind reads the same).
+struct LockText {
+    LockHolder holder;
+    QByteArray machine;
+    QByteArray boot;
+};
+
+// The last line, a number drawn for each taking of the lock, tells this lock file from any other, also where
+// inode numbers cannot (a network share's client may give two names of one file two numbers).
+QByteArray ownLockText() {
+    return QByteArray::number(QCoreApplication::applicationPid()) + '\n' +
+           QCoreApplication::applicationName().toUtf8() + '\n' + QSysInfo::machineHostName().toUtf8() + '\n' +
+           QSysInfo::machineUniqueId() + '\n' + QSysInfo::bootUniqueId() + '\n' +
+           QByteArray::number(QRandomGenerator::global()->generate64(), 36) + '\n';
 }
+
+LockText parse(const QByteArray& bytes) {
+    const QList<QByteArray> lines = bytes.split('\n');
+    LockText text;
+    bool isNumber = false;
+    text.holder.pid = lines.value(0).toLongLong(&isNumber);
+    text.holder.app = QString::fromUtf8(lines.value(1));
+    text.holder.host = QString::fromUtf8(lines.value(2));
+    text.machine = lines.value(3);
+    text.boot = lines.value(4);
+    text.holder.known = isNumber && text.holder.pid > 0 && lines.size() >= 4 && !text.holder.host.isEmpty();
+    return text;
+}
+
+// Reads an open lock file; a file that is not a small regular file reads as nothing.
+QByteArray readLock(int fd) {
+    struct stat st {};
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode))
+        return {};
+    QByteArray bytes(1024, '\0');
+    const ssize_t n = ::pread(fd, bytes.data(), size_t(bytes.size()), 0);
+    bytes.resize(n > 0 ? n : 0);
+    return bytes;
+}
+
+// A process on this PC that no longer runs: the only lock that may go without a question.
+bool namesDeadProcessHere(const LockText& text) {
+    if (!text.holder.known || text.holder.host != QSysInfo::machineHostName())
+        return false;
+    if (!text.machine.isEmpty() && text.machine != QSysInfo::machineUniqueId())
+        return false;
+    if (!text.boot.isEmpty() && text.boot != QSysInfo::bootUniqueId())
+        return true; // made before this PC was last started
+    return ::kill(pid_t(text.holder.pid), 0) != 0 && errno == ESRCH;
+}
+
+QByteArray encoded(const QString& path) {
+    return QFile::encodeName(path);
+}
+
+// What the lock file at path says now; empty when there is none or it cannot be read.
+QByteArray readLockAt(const QByteArray& path) {
+    const int fd = ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return {};
+    const QByteArray bytes = readLock(fd);
+    ::close(fd);
+    return bytes;
+}
+
+// Makes the file holding text; the descriptor, or -1 with errno set.
+int writeLockFile(const QByteArray& path, const QByteArray& text) {
+    const int fd = ::open(path.constData(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644);
+    if (fd < 0)
+        return -1;
+    // Every desk must be able to read whose lock it is, whatever its user's umask.
+    ::fchmod(fd, 0644);
+    // Held as long as the lock: a desk that finds this file names a dead process removes it only once it gets
+    // this lock too, so it can never remove a lock just made by a live desk.
+    ::flock(fd, LOCK_EX | LOCK_NB);
+    if (const int err = realWritePath().write(fd, text)) {
+        ::unlink(path.constData());
+        ::close(fd);
+        errno = err;
+        return -1;
+    }
+    return fd;
+}
+
 } // namespace
+
+QString describeLockHolder(const LockHolder& holder) {
+    if (!holder.known)
+        return QCoreApplication::translate("DataLock", "a desk that the lock file does not name");
+    return QCoreApplication::translate("DataLock", "the desk on %1 (process %2)")
+        .arg(holder.host)
+        .arg(holder.pid);
+}
 
 DataLock::DataLock(const QString& dataPath, std::chrono::milliseconds wait)
     : m_dataPath(dataPath)
-    , m_file(lockPath(dataPath))
-    , m_wait(wait) {
-    // Age never makes a lock stale: only a dead owner on this PC does.
-    m_file.setStaleLockTime(0);
-}
+    , m_wait(wait) {}
 
 DataLock::~DataLock() {
     release();
@@ -40,109 +133,119 @@ QString DataLock::lockPath(const QString& dataPath) {
     return QDir(dataPath).filePath(u"porvane.lock"_s);
 }
 
+int DataLock::create() {
+    // The lock file is written whole under a name of its own, then linked to porvane.lock in one step, so no
+    // desk ever sees a lock without its holder's name. Not of the leftovers' naming: a desk holding the lock
+    // clears those away, and this one is not made under it.
+    const QByteArray path = encoded(lockPath(m_dataPath));
+    const QByteArray temporary = path + '.' + QByteArray::number(QCoreApplication::applicationPid()) + '.' +
+                                 QByteArray::number(QRandomGenerator::global()->generate(), 36);
+    const QByteArray text = ownLockText();
+    m_text = text;
+    int fd = writeLockFile(temporary, text);
+    if (fd < 0)
+        return errno;
+    const int linked = ::link(temporary.constData(), path.constData()) == 0 ? 0 : errno;
+    ::unlink(temporary.constData());
+    if (linked == EPERM || linked == EOPNOTSUPP || linked == ENOSYS) {
+        // A file system without hard links: made in place, named the moment after.
+        ::close(fd);
+        fd = writeLockFile(path, text);
+        if (fd < 0)
+            return errno;
+    } else if (linked != 0) {
+        ::close(fd);
+        return linked;
+    }
+    m_fd = fd;
+    return 0;
+}
+
+DataLock::Look DataLock::look() {
+    m_holder = {};
+    const int fd =
+        ::open(encoded(lockPath(m_dataPath)).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return errno == ENOENT ? Look::Gone : Look::Busy;
+    m_seen = readLock(fd);
+    ::close(fd);
+    const LockText text = parse(m_seen);
+    m_holder = text.holder;
+    return namesDeadProcessHere(text) ? Look::Dead : Look::Busy;
+}
+
+bool DataLock::removeDead() {
+    const QByteArray path = encoded(lockPath(m_dataPath));
+    const int fd = ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return errno == ENOENT;
+    // Another desk may have removed the dead lock and made its own a moment ago: only the lock that was seen,
+    // held by nobody, and still the one at its name, goes.
+    const bool remove = ::flock(fd, LOCK_EX | LOCK_NB) == 0 && readLock(fd) == m_seen &&
+                        readLockAt(path) == m_seen && ::unlink(path.constData()) == 0;
+    ::close(fd);
+    return remove;
+}
+
 DataLock::State DataLock::acquire() {
     m_error = {};
     m_holder = {};
-    if (m_file.isLocked())
+    if (held())
         return State::Held;
-    // Not tryLock(wait): Qt sleeps 100 ms and then ever longer between its tries, while a desk holds the lock
-    // only for the milliseconds of one change, so busy desks would queue for seconds.
     const QDeadlineTimer deadline(m_wait);
-    // Qt removes a dead desk's lock under a second lock file, porvane.lock.rmlock; a desk killed while making
-    // either file leaves it without a name, and Qt would wait 30 seconds for such an rmlock to age.
-    QElapsedTimer namelessLock;
-    QElapsedTimer namelessRmLock;
-    while (!m_file.tryLock(0)) {
-        if (m_file.error() != QLockFile::LockFailedError)
-            break;
-        // Both files are looked at on every pass, so that each one's nameless time keeps running.
-        const bool lockRemoved = removeIfTorn(lockPath(m_dataPath), namelessLock);
-        const bool rmLockRemoved = removeIfTorn(lockPath(m_dataPath) + u".rmlock"_s, namelessRmLock);
-        if (lockRemoved || rmLockRemoved)
+    for (;;) {
+        const int err = create();
+        if (err == 0) {
+            for (const QString& folder : {u"Record"_s, u"Status"_s})
+                removeLeftovers(QDir(m_dataPath).filePath(folder));
+            return State::Held;
+        }
+        if (err != EEXIST) {
+            if (!QFileInfo(m_dataPath).isDir())
+                m_error = {FileError::PathNotFound,
+                           tr("Path not found: %1").arg(QDir::toNativeSeparators(m_dataPath))};
+            else
+                m_error = FileError::fromErrno(err, lockPath(m_dataPath));
+            return State::Failed;
+        }
+        switch (look()) {
+        case Look::Gone:
             continue;
-        if (deadline.hasExpired() && !namelessLock.isValid() && !namelessRmLock.isValid())
+        case Look::Dead:
+            if (removeDead())
+                continue;
+            break;
+        case Look::Busy:
+            break;
+        }
+        if (deadline.hasExpired())
             break;
         QThread::msleep(1 + QRandomGenerator::global()->bounded(kPollStep));
     }
-    if (m_file.isLocked())
-        return State::Held;
-    switch (m_file.error()) {
-    case QLockFile::LockFailedError:
-        readHolder();
-        m_error = {FileError::PermissionDenied,
-                   tr("The data folder is in use by %1: %2").arg(describe(m_holder), lockPath(m_dataPath))};
-        return State::Busy;
-    case QLockFile::PermissionError:
-    case QLockFile::UnknownError:
-    case QLockFile::NoError:
-        break;
-    }
-    if (!QFileInfo(m_dataPath).isDir())
-        m_error = {FileError::PathNotFound,
-                   tr("Path not found: %1").arg(QDir::toNativeSeparators(m_dataPath))};
-    else
-        m_error = {FileError::PermissionDenied,
-                   tr("Permission denied: %1").arg(QDir::toNativeSeparators(lockPath(m_dataPath)))};
-    return State::Failed;
+    m_error = {
+        FileError::PermissionDenied,
+        tr("The data folder is in use by %1: %2").arg(describeLockHolder(m_holder), lockPath(m_dataPath))};
+    return State::Busy;
 }
 
 void DataLock::release() {
-    if (m_file.isLocked())
-        m_file.unlock();
-}
-
-bool DataLock::readHolder() {
-    m_holder = {};
-    return m_file.getLockInfo(&m_holder.pid, &m_holder.host, &m_holder.app);
-}
-
-bool DataLock::removeIfTorn(const QString& path, QElapsedTimer& namelessSince) {
-    // A live desk writes its name into a lock file the moment it makes it; a file still without a name a
-    // moment later is what a desk killed in between left behind, and nobody would ever release it.
-    qint64 pid = 0;
-    QString host;
-    QString app;
-    if (!QFileInfo::exists(path) || QLockFile(path).getLockInfo(&pid, &host, &app)) {
-        namelessSince.invalidate();
-        return false;
-    }
-    if (!namelessSince.isValid()) {
-        namelessSince.start();
-        return false;
-    }
-    if (namelessSince.elapsed() < kTornLockSettle.count())
-        return false;
-    namelessSince.invalidate();
-    return QFile::remove(path);
+    if (m_fd < 0)
+        return;
+    // Only our own lock file goes: after an operator broke it, the name may already be another desk's.
+    const QByteArray path = encoded(lockPath(m_dataPath));
+    if (readLockAt(path) == m_text)
+        ::unlink(path.constData());
+    ::close(m_fd);
+    m_fd = -1;
 }
 
 bool DataLock::breakLock() {
-    // Not removeStaleLockFile(): that refuses while the holder's process still has the file open, which is
-    // just the case of a hung desk.
-    QFile::remove(lockPath(m_dataPath));
-    return !QFileInfo::exists(lockPath(m_dataPath));
+    ::unlink(encoded(lockPath(m_dataPath)).constData());
+    struct stat st {};
+    return ::lstat(encoded(lockPath(m_dataPath)).constData(), &st) != 0;
 }
 
-LockChoice askAboutBusyLock(Prompter& prompter, const LockHolder& holder) {
-    const QString text = QCoreApplication::translate("DataLock", "The data folder is being changed by %1.")
-                             .arg(describe(holder)) +
-                         u"\r\n\r\n"_s +
-                         QCoreApplication::translate(
-                             "DataLock", "Yes: try again.\r\nNo: break the lock (only when that desk is "
-                                         "no longer running).\r\nCancel: stop; nothing is saved.");
-    switch (prompter.ask({u"Porvane 90"_s, text, Buttons::YesNoCancel, Icon::Exclamation})) {
-    case Answer::Yes:
-    case Answer::Ok:
-        return LockChoice::Retry;
-    case Answer::No:
-        return LockChoice::Break;
-    case Answer::Cancel:
-        break;
-    }
-    return LockChoice::Cancel;
-}
-
-FileError takeDataLock(DataLock& lock, Prompter& prompter) {
+FileError takeDataLock(DataLock& lock, LockHolderQuestion& question) {
     for (;;) {
         switch (lock.acquire()) {
         case DataLock::State::Held:
@@ -152,7 +255,7 @@ FileError takeDataLock(DataLock& lock, Prompter& prompter) {
         case DataLock::State::Busy:
             break;
         }
-        switch (askAboutBusyLock(prompter, lock.holder())) {
+        switch (question.ask(lock.holder())) {
         case LockChoice::Retry:
             continue;
         case LockChoice::Break:

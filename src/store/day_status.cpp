@@ -1,5 +1,7 @@
 #include "store/day_status.h"
 
+#include "app/app_state.h"
+
 #include "store/data_lock.h"
 #include "store/data_paths.h"
 #include "store/line_reader.h"
@@ -46,14 +48,8 @@ SiteTimes readSiteTimes(const QString& dataPath, const QDate& day, const QString
     return times;
 }
 
-FileError UpdateDayStatus(AppState& state, const QString& regNoText, std::chrono::milliseconds lockWait,
-                          WritePath* writePath) {
-    const QByteArray key = toWindows1252(regNoText.trimmed());
-    const QByteArray arrival = toWindows1252(state.record[Field::TimeOnSite]);
-    const QByteArray departure = toWindows1252(state.record[Field::TimeOffSite]);
-    DataLock lock(state.dataPath(), lockWait);
-    if (FileError error = takeDataLock(lock, state.prompter))
-        return error;
+FileError markSiteTimes(const QString& statusPath, QByteArrayView key, QByteArrayView arrival,
+                        QByteArrayView departure, WritePath* writePath) {
     const LineEdit mark = [&](QByteArrayView stored, QByteArray& out) {
         if (!keyMatches(stored, key)) {
             out.append(stored);
@@ -67,7 +63,17 @@ FileError UpdateDayStatus(AppState& state, const QString& regNoText, std::chrono
         }
         out.append(kLineEnd);
     };
-    return rewriteLines(dayStatusPath(state.dataPath(), state.clock.today()), mark, nullptr, writePath);
+    return rewriteLines(statusPath, mark, nullptr, writePath);
+}
+
+FileError UpdateDayStatus(AppState& state, const QString& regNoText, std::chrono::milliseconds lockWait,
+                          WritePath* writePath) {
+    DataLock lock(state.dataPath(), lockWait);
+    if (FileError error = takeDataLock(lock, state.prompter))
+        return error;
+    return markSiteTimes(dayStatusPath(state.dataPath(), state.clock.today()),
+                         toWindows1252(regNoText.trimmed()), toWindows1252(state.record[Field::TimeOnSite]),
+                         toWindows1252(state.record[Field::TimeOffSite]), writePath);
 }
 
 } // namespace porvane

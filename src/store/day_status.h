@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/app_state.h"
 #include "store/file_error.h"
 
 #include <QDate>
@@ -9,6 +8,7 @@
 
 namespace porvane {
 
+class AppState;
 class WritePath;
 
 // A booking's arrival and departure in a day status file, "hhmm" each (columns 991-992 and 994-995,
@@ -22,6 +22,11 @@ struct SiteTimes {
 // Streams the day's file; the last line whose first 12 characters equal regNo wins. A missing file reads as
 // no line.
 SiteTimes readSiteTimes(const QString& dataPath, const QDate& day, const QString& regNo);
+
+// Writes arrival and departure ("hh:mm" or "  -  ", at most five characters each) into every line of the
+// status file at statusPath whose first 12 characters equal key, as below; the caller holds the lock.
+FileError markSiteTimes(const QString& statusPath, QByteArrayView key, QByteArrayView arrival,
+                        QByteArrayView departure, WritePath* writePath = nullptr);
 
 // Writes the current record's arrival and departure (TimeOnSite, TimeOffSite) into every line of today's
 // status file whose first 12 characters equal the registration box's trimmed text. Each value replaces at

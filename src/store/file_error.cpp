@@ -26,6 +26,10 @@ FileError FileError::fromErrno(int err, const QString& path) {
     case ENOSPC:
     case EDQUOT:
         return {DiskFull, QCoreApplication::translate("FileError", "Disk full: %1").arg(where)};
+    case ELOOP:
+    case EISDIR:
+    case ENXIO:
+        return notADataFile(path);
     case EIO:
         return {DeviceIO, QCoreApplication::translate("FileError", "Device I/O error: %1").arg(where)};
     default:
@@ -39,6 +43,19 @@ FileError FileError::notFound(const QString& path) {
     return {
         FileNotFound,
         QCoreApplication::translate("FileError", "File not found: %1").arg(QDir::toNativeSeparators(path))};
+}
+
+FileError FileError::notADataFile(const QString& path) {
+    return {PathFileAccess,
+            QCoreApplication::translate("FileError", "Not a data file (a link, folder, pipe or device): %1")
+                .arg(QDir::toNativeSeparators(path))};
+}
+
+FileError FileError::lineTooLong(const QString& path, qint64 lineNumber) {
+    return {PathFileAccess,
+            QCoreApplication::translate("FileError", "Damaged file: line %1 of %2 is longer than any booking")
+                .arg(lineNumber)
+                .arg(QDir::toNativeSeparators(path))};
 }
 
 } // namespace porvane

@@ -25,6 +25,11 @@ struct FileError {
     // Classifies the current errno of a failed operation on path.
     static FileError fromErrno(int err, const QString& path);
     static FileError notFound(const QString& path);
+    // A symbolic link, folder, pipe or device where the desk expects a file of its own: never followed,
+    // opened or waited on.
+    static FileError notADataFile(const QString& path);
+    // A line longer than any booking can be: the file is damaged, and is not read on.
+    static FileError lineTooLong(const QString& path, qint64 lineNumber);
 };
 
 } // namespace porvane

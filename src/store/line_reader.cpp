@@ -1,6 +1,7 @@
 #include "store/line_reader.h"
 
-#include <QFile>
+#include "store/safe_file.h"
+
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -14,9 +15,8 @@ constexpr qsizetype kChunk = 256 * 1024;
 
 LineReader::LineReader(const QString& path)
     : m_path(path) {
-    m_fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    m_fd = openDataFile(path, O_RDONLY, m_error);
     if (m_fd < 0) {
-        m_error = FileError::fromErrno(errno, path);
         m_eof = true;
         return;
     }
@@ -33,6 +33,7 @@ bool LineReader::fill() {
     const qsizetype tail = m_end - m_start;
     if (m_start > 0 && tail > 0)
         std::memmove(m_buffer.data(), m_buffer.constData() + m_start, size_t(tail));
+    m_fileOffset += m_start;
     m_start = 0;
     m_end = tail;
     if (m_end == m_buffer.size())
@@ -55,29 +56,45 @@ bool LineReader::fill() {
     }
 }
 
+bool LineReader::take(qsizetype length, qsizetype lineEnd, QByteArrayView& line) {
+    ++m_lineNumber;
+    if (length > kMaxLineLength) {
+        m_error = FileError::lineTooLong(m_path, m_lineNumber);
+        m_eof = true;
+        m_start = m_end;
+        return false;
+    }
+    line = QByteArrayView(m_buffer.constData() + m_start, length);
+    m_start += length + lineEnd;
+    return true;
+}
+
 bool LineReader::next(QByteArrayView& line) {
+    if (!m_error.ok())
+        return false;
     for (;;) {
-        const char* begin = m_buffer.constData() + m_start;
-        const auto* nl = static_cast<const char*>(std::memchr(begin, '\n', size_t(m_end - m_start)));
-        if (nl) {
-            qsizetype len = nl - begin;
-            m_start += len + 1;
-            if (len > 0 && begin[len - 1] == '\r')
-                --len;
-            line = QByteArrayView(begin, len);
-            return true;
+        const char* const begin = m_buffer.constData() + m_start;
+        const qsizetype available = m_end - m_start;
+        qsizetype at = 0;
+        while (at < available && begin[at] != '\n' && begin[at] != '\r')
+            ++at;
+        if (at < available) {
+            if (begin[at] == '\n')
+                return take(at, 1, line);
+            // A CR: with an LF behind it the two end the line; alone, it ends the line by itself. The byte
+            // behind it may still be unread.
+            if (at + 1 < available || m_eof)
+                return take(at, at + 1 < available && begin[at + 1] == '\n' ? 2 : 1, line);
+        } else if (available > kMaxLineLength) {
+            return take(available, 0, line); // reports the damage without reading the rest
         }
         if (m_eof || !fill()) {
             if (!m_error.ok() || m_start == m_end)
                 return false;
-            // The last line has no line end.
-            qsizetype len = m_end - m_start;
+            // The last line has no line end (or ends in a CR that is the file's last byte).
+            const qsizetype left = m_end - m_start;
             const char* last = m_buffer.constData() + m_start;
-            m_start = m_end;
-            if (len > 0 && last[len - 1] == '\r')
-                --len;
-            line = QByteArrayView(last, len);
-            return true;
+            return take(last[left - 1] == '\r' ? left - 1 : left, last[left - 1] == '\r' ? 1 : 0, line);
         }
     }
 }

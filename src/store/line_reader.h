@@ -8,10 +8,15 @@
 
 namespace porvane {
 
-// Streams a text file line by line in fixed-size chunks. Accepts CR LF and LF-only lines and a missing final
-// line end. A line is valid until the next call to next().
+// Streams a data file line by line in fixed-size chunks. A line ends at CR LF, LF or a lone CR, or at the end
+// of the file. Only a regular file is read, never through a symbolic link (see openDataFile). A line longer
+// than kMaxLineLength stops the reading with a damaged-file error, so a huge line never fills the memory. A
+// line is valid until the next call to next().
 class LineReader {
 public:
+    // Far above the 1186 characters of a booking, far below what would strain the memory.
+    static constexpr qsizetype kMaxLineLength = 64 * 1024;
+
     explicit LineReader(const QString& path);
     ~LineReader();
     LineReader(const LineReader&) = delete;
@@ -20,14 +25,22 @@ public:
     // The error of opening or reading; FileNotFound (53) when the file does not exist.
     const FileError& error() const { return m_error; }
     bool next(QByteArrayView& line);
+    // Where in the file the next line starts: after next(), the line read and its line end are the bytes
+    // between the offset before and the offset after, starting at line.data().
+    qint64 offset() const { return m_fileOffset + m_start; }
+    // The open file, for a range lock or for copying a part of it; -1 when it could not be opened.
+    int handle() const { return m_fd; }
 
 private:
     bool fill();
+    bool take(qsizetype length, qsizetype lineEnd, QByteArrayView& line);
 
     int m_fd = -1;
     QString m_path;
     FileError m_error;
     QByteArray m_buffer;
+    qint64 m_fileOffset = 0; // file offset of m_buffer[0]
+    qint64 m_lineNumber = 0;
     qsizetype m_start = 0;
     qsizetype m_end = 0;
     bool m_eof = false;

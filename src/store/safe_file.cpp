@@ -1,10 +1,13 @@
 #include "store/safe_file.h"
 
+#include "store/line_reader.h"
+
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QRandomGenerator>
+#include <QThread>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <optional>
@@ -17,43 +20,74 @@ namespace porvane {
 
 namespace {
 
+constexpr auto kTemporarySuffix = ".porvane-tmp"_L1;
+constexpr auto kRemovingSuffix = ".removing"_L1;
+// A whole file read at once is a day's status or a small settings file; a month is streamed.
+constexpr qint64 kMaxWholeFile = qint64(1) << 30;
+
 int errnoOr(int fallback) {
     return errno != 0 ? errno : fallback;
 }
 
+QByteArray encoded(const QString& path) {
+    return QFile::encodeName(path);
+}
+
 // A rename is only durable once the folder that holds the name is flushed too.
 void syncFolder(const QString& path) {
-    const int fd = ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(),
-                          O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int fd =
+        ::open(encoded(QFileInfo(path).absolutePath()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0)
         return;
     ::fsync(fd);
     ::close(fd);
 }
 
+// A byte-range lock on the whole file, taken before it is read for a change. The data folder's lock already
+// keeps desks apart; this one is what makes the clients of a network share drop what they cached of the file,
+// so that the change starts from the file as the other desk left it. Open-file-description locks, so that no
+// other descriptor of the file in this process can drop it. A file system without byte-range locks is
+// accepted as it is; one held by another program is waited for a moment, never for good.
+FileError lockRange(int fd, short type, const QString& path) {
+    struct flock range {};
+    range.l_type = type;
+    range.l_whence = SEEK_SET;
+    for (int tries = 0;; ++tries) {
+        if (::fcntl(fd, F_OFD_SETLK, &range) == 0)
+            return {};
+        if (errno == EINTR)
+            continue;
+        if (errno != EAGAIN && errno != EACCES)
+            return {}; // ENOLCK, EINVAL, EOPNOTSUPP: no locks on this file system
+        if (tries == 200)
+            return FileError::fromErrno(EAGAIN, path);
+        QThread::msleep(10);
+    }
+}
+
 } // namespace
 
-int WritePath::write(QFileDevice& file, QByteArrayView data) {
+int WritePath::write(int fd, QByteArrayView data) {
     const char* from = data.data();
-    qint64 left = data.size();
+    qsizetype left = data.size();
     while (left > 0) {
-        errno = 0;
-        const qint64 n = file.write(from, left);
+        const ssize_t n = ::write(fd, from, size_t(left));
+        if (n < 0 && errno == EINTR)
+            continue;
         if (n <= 0)
-            return errnoOr(EIO);
+            return n < 0 ? errnoOr(EIO) : EIO;
         from += n;
         left -= n;
     }
     return 0;
 }
 
-int WritePath::commit(QSaveFile& file) {
-    errno = 0;
-    return file.commit() ? 0 : errnoOr(EIO);
+int WritePath::commit(int fd) {
+    return ::fsync(fd) == 0 ? 0 : errnoOr(EIO);
 }
 
-int WritePath::sync(QFileDevice& file) {
-    return ::fsync(file.handle()) == 0 ? 0 : errnoOr(EIO);
+int WritePath::sync(int fd) {
+    return ::fsync(fd) == 0 ? 0 : errnoOr(EIO);
 }
 
 WritePath& realWritePath() {
@@ -61,24 +95,63 @@ WritePath& realWritePath() {
     return real;
 }
 
+int openDataFile(const QString& path, int flags, FileError& error) {
+    struct stat st {};
+    const QString folder = QFileInfo(path).absolutePath();
+    if (::lstat(encoded(folder).constData(), &st) == 0 && S_ISLNK(st.st_mode)) {
+        error = FileError::notADataFile(folder);
+        return -1;
+    }
+    // O_NONBLOCK: opening a pipe must not wait for a writer; the file-type check below then refuses it.
+    const int fd = ::open(encoded(path).constData(), flags | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
+    if (fd < 0) {
+        error = FileError::fromErrno(errno, path);
+        return -1;
+    }
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+        ::close(fd);
+        error = FileError::notADataFile(path);
+        return -1;
+    }
+    ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+    error = {};
+    return fd;
+}
+
+bool isLeftoverName(const QString& fileName) {
+    return fileName.endsWith(kTemporarySuffix) || fileName.endsWith(kRemovingSuffix);
+}
+
+void removeLeftovers(const QString& folder) {
+    const QDir dir(folder);
+    for (const QString& name : dir.entryList({u"*"_s + kTemporarySuffix, u"*"_s + kRemovingSuffix},
+                                             QDir::Files | QDir::Hidden | QDir::System))
+        ::unlink(encoded(dir.filePath(name)).constData());
+}
+
 FileError readWholeFile(const QString& path, QByteArray& bytes) {
     bytes.clear();
-    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    FileError error;
+    const int fd = openDataFile(path, O_RDONLY, error);
     if (fd < 0)
-        return FileError::fromErrno(errno, path);
+        return error;
     struct stat st {};
-    if (::fstat(fd, &st) == 0 && st.st_size > 0)
+    if (::fstat(fd, &st) == 0 && st.st_size > kMaxWholeFile) {
+        ::close(fd);
+        return FileError::lineTooLong(path, 1);
+    }
+    if (st.st_size > 0)
         bytes.reserve(qsizetype(st.st_size));
     char chunk[256 * 1024];
     for (;;) {
         const ssize_t n = ::read(fd, chunk, sizeof chunk);
         if (n < 0 && errno == EINTR)
             continue;
-        if (n < 0) {
-            const int err = errno;
+        if (n < 0 || bytes.size() + n > kMaxWholeFile) {
+            error = n < 0 ? FileError::fromErrno(errno, path) : FileError::lineTooLong(path, 1);
             ::close(fd);
             bytes.clear();
-            return FileError::fromErrno(err, path);
+            return error;
         }
         if (n == 0)
             break;
@@ -96,73 +169,144 @@ class Replacement {
 public:
     Replacement(const QString& path, WritePath& out)
         : m_path(path)
-        , m_out(out)
-        , m_file(path) {}
+        , m_out(out) {}
+    ~Replacement() {
+        if (m_fd >= 0) {
+            ::close(m_fd);
+            ::unlink(encoded(m_temporary).constData());
+        }
+    }
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
 
-    FileError open() {
-        // Never fall back to writing over the old file in place.
-        m_file.setDirectWriteFallback(false);
-        errno = 0;
-        if (!m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-            return FileError::fromErrno(errnoOr(EACCES), m_path);
+    // old: the file being replaced, whose group and permission bits the new one takes; null for a new file.
+    FileError open(const struct stat* old) {
+        const QFileInfo target(m_path);
+        struct stat st {};
+        if (::lstat(encoded(target.absolutePath()).constData(), &st) == 0 && S_ISLNK(st.st_mode))
+            return FileError::notADataFile(target.absolutePath());
+        if (::lstat(encoded(m_path).constData(), &st) == 0 && !S_ISREG(st.st_mode))
+            return FileError::notADataFile(m_path);
+        for (int tries = 0; m_fd < 0; ++tries) {
+            m_temporary = m_path + u'.' + QString::number(QRandomGenerator::global()->generate(), 36) +
+                          kTemporarySuffix;
+            m_fd = ::open(encoded(m_temporary).constData(),
+                          O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+            if (m_fd < 0 && (errno != EEXIST || tries == 10))
+                return FileError::fromErrno(errno, m_path);
+        }
+        if (old) {
+            // Desks of different users share the folder through its group: the group and mode stay. Only the
+            // owner or root may set them; for anyone else the new file has what the folder gives it.
+            if (::fchown(m_fd, uid_t(-1), old->st_gid) != 0 && errno != EPERM)
+                return FileError::fromErrno(errno, m_path);
+            ::fchmod(m_fd, old->st_mode & 07777);
+        }
         return {};
     }
     FileError write(QByteArrayView bytes) {
-        if (const int err = m_out.write(m_file, bytes)) {
-            m_file.cancelWriting();
+        if (const int err = m_out.write(m_fd, bytes))
             return FileError::fromErrno(err, m_path);
+        return {};
+    }
+    // Copies the first `length` bytes of the open file `from`: the part of the old content that stays.
+    FileError copy(int from, qint64 length) {
+        char chunk[256 * 1024];
+        for (qint64 at = 0; at < length;) {
+            const ssize_t n = ::pread(from, chunk, size_t(std::min<qint64>(sizeof chunk, length - at)), at);
+            if (n < 0 && errno == EINTR)
+                continue;
+            if (n <= 0)
+                return FileError::fromErrno(n < 0 ? errno : EIO, m_path);
+            if (FileError error = write(QByteArrayView(chunk, n)))
+                return error;
+            at += n;
         }
         return {};
     }
     FileError commit() {
-        if (const int err = m_out.commit(m_file))
+        if (const int err = m_out.commit(m_fd))
             return FileError::fromErrno(err, m_path);
+        errno = 0;
+        if (::close(std::exchange(m_fd, -1)) != 0 ||
+            ::rename(encoded(m_temporary).constData(), encoded(m_path).constData()) != 0) {
+            const FileError error = FileError::fromErrno(errnoOr(EIO), m_path);
+            ::unlink(encoded(m_temporary).constData());
+            return error;
+        }
         syncFolder(m_path);
         return {};
     }
 
 private:
     QString m_path;
+    QString m_temporary;
     WritePath& m_out;
-    QSaveFile m_file;
+    int m_fd = -1;
 };
+
+// The old file's status, or null when there is none (or it cannot be seen).
+const struct stat* statOf(const QString& path, struct stat& st) {
+    return ::lstat(encoded(path).constData(), &st) == 0 && S_ISREG(st.st_mode) ? &st : nullptr;
+}
 
 } // namespace
 
 FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writePath) {
     Replacement file(path, writePath ? *writePath : realWritePath());
-    if (FileError error = file.open())
+    struct stat st {};
+    if (FileError error = file.open(statOf(path, st)))
         return error;
     if (FileError error = file.write(bytes))
         return error;
     return file.commit();
 }
 
+namespace {
+
 QString appendNotePath(const QString& path) {
     return path + u".appending"_s;
 }
 
+// A note that could not be written whole is not left behind; its failure is the month's.
+FileError writeNote(const QString& notePath, const QByteArray& text, const QString& path) {
+    FileError error;
+    const int fd = openDataFile(notePath, O_WRONLY | O_CREAT | O_TRUNC, error);
+    if (fd < 0)
+        return error;
+    const int err = realWritePath().write(fd, text);
+    ::close(fd);
+    if (!err)
+        return {};
+    ::unlink(encoded(notePath).constData());
+    return FileError::fromErrno(err, path);
+}
+
+} // namespace
+
 FileError cutInterruptedAppend(const QString& path) {
     const QString notePath = appendNotePath(path);
-    QFile note(notePath);
-    if (!note.open(QIODevice::ReadOnly))
+    QByteArray noted;
+    if (readWholeFile(notePath, noted))
         return {};
     bool isSize = false;
-    const qint64 oldSize = note.readAll().trimmed().toLongLong(&isSize);
-    note.close();
-    QFile file(path);
-    if (isSize && file.open(QIODevice::ReadWrite | QIODevice::Unbuffered) && file.size() > oldSize) {
+    const qint64 oldSize = noted.trimmed().toLongLong(&isSize);
+    FileError error;
+    const int fd = openDataFile(path, O_RDWR, error);
+    struct stat st {};
+    if (isSize && fd >= 0 && ::fstat(fd, &st) == 0 && st.st_size > oldSize) {
         // Lines that were written whole are kept; only a tail without its line end is taken back.
         char last = '\n';
-        if (file.seek(file.size() - 1) && file.read(&last, 1) == 1 && last != '\n') {
-            errno = 0;
-            if (!file.resize(oldSize) || ::fsync(file.handle()) != 0)
-                return FileError::fromErrno(errnoOr(EIO), path);
+        if (::pread(fd, &last, 1, st.st_size - 1) == 1 && last != '\n' &&
+            (::ftruncate(fd, oldSize) != 0 || ::fsync(fd) != 0)) {
+            error = FileError::fromErrno(errnoOr(EIO), path);
+            ::close(fd);
+            return error;
         }
     }
-    file.close();
-    errno = 0;
-    if (!QFile::remove(notePath) && QFileInfo::exists(notePath))
+    if (fd >= 0)
+        ::close(fd);
+    if (::unlink(encoded(notePath).constData()) != 0 && errno != ENOENT)
         return FileError::fromErrno(errnoOr(EACCES), path);
     return {};
 }
@@ -172,32 +316,32 @@ FileError appendLine(const QString& path, QByteArrayView line, WritePath* writeP
     if (FileError error = cutInterruptedAppend(path))
         return error;
     const bool created = !QFileInfo::exists(path);
-    QFile file(path);
-    errno = 0;
-    if (!file.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::Unbuffered))
-        return FileError::fromErrno(errnoOr(EACCES), path);
-    const qint64 oldSize = file.size();
+    FileError error;
+    const int fd = openDataFile(path, O_RDWR | O_APPEND | O_CREAT, error);
+    if (fd < 0)
+        return error;
+    auto fail = [&](const FileError& e) {
+        ::close(fd);
+        return e;
+    };
+    if (FileError locked = lockRange(fd, F_WRLCK, path))
+        return fail(locked);
+    struct stat st {};
+    if (::fstat(fd, &st) != 0)
+        return fail(FileError::fromErrno(errnoOr(EIO), path));
+    const qint64 oldSize = st.st_size;
     // A kill can stop the write of the line part-way, where nothing here can take it back; the note of the
     // old length lets the next desk to write do that.
     const QString notePath = appendNotePath(path);
-    QFile note(notePath);
-    errno = 0;
-    const QByteArray noted = QByteArray::number(oldSize);
-    if (!note.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered) ||
-        note.write(noted) != noted.size()) {
-        const FileError error = FileError::fromErrno(errnoOr(EIO), path);
-        note.close();
-        QFile::remove(notePath);
-        return error;
-    }
-    note.close();
+    if (FileError noted = writeNote(notePath, QByteArray::number(oldSize), path))
+        return fail(noted);
     QByteArray bytes;
     bytes.reserve(line.size() + 4);
     if (oldSize > 0) {
         // Only the last byte is read: a torn tail gets its line end before the new line.
         char last = '\n';
-        if (!file.seek(oldSize - 1) || file.read(&last, 1) != 1)
-            return FileError::fromErrno(errnoOr(EIO), path);
+        if (::pread(fd, &last, 1, oldSize - 1) != 1)
+            return fail(FileError::fromErrno(errnoOr(EIO), path));
         if (last == '\r')
             bytes.append('\n');
         else if (last != '\n')
@@ -205,18 +349,18 @@ FileError appendLine(const QString& path, QByteArrayView line, WritePath* writeP
     }
     bytes.append(line);
     bytes.append(kLineEnd);
-    int err = out.write(file, bytes);
+    int err = out.write(fd, bytes);
     if (!err)
-        err = out.sync(file);
+        err = out.sync(fd);
     if (err) {
         // Take back whatever part of the line reached the file.
-        file.resize(oldSize);
-        ::fsync(file.handle());
-        QFile::remove(notePath);
-        return FileError::fromErrno(err, path);
+        if (::ftruncate(fd, oldSize) == 0)
+            ::fsync(fd);
+        ::unlink(encoded(notePath).constData());
+        return fail(FileError::fromErrno(err, path));
     }
-    file.close();
-    QFile::remove(notePath);
+    ::close(fd);
+    ::unlink(encoded(notePath).constData());
     if (created)
         syncFolder(path);
     return {};
@@ -225,19 +369,26 @@ FileError appendLine(const QString& path, QByteArrayView line, WritePath* writeP
 FileError removeAllOrNone(const QStringList& paths) {
     QStringList aside;
     for (const QString& path : paths) {
-        const QString moved = path + u".removing"_s;
-        errno = 0;
-        if (::rename(QFile::encodeName(path).constData(), QFile::encodeName(moved).constData()) != 0) {
-            const FileError error = FileError::fromErrno(errnoOr(EACCES), path);
+        const QString moved = path + kRemovingSuffix;
+        struct stat st {};
+        const QString folder = QFileInfo(path).absolutePath();
+        FileError error;
+        if (::lstat(encoded(folder).constData(), &st) == 0 && S_ISLNK(st.st_mode))
+            error = FileError::notADataFile(folder);
+        else if (::lstat(encoded(path).constData(), &st) == 0 && !S_ISREG(st.st_mode))
+            error = FileError::notADataFile(path);
+        else if (::rename(encoded(path).constData(), encoded(moved).constData()) != 0)
+            error = FileError::fromErrno(errnoOr(EACCES), path);
+        if (error) {
             for (qsizetype i = 0; i < aside.size(); ++i)
-                ::rename(QFile::encodeName(aside[i]).constData(), QFile::encodeName(paths[i]).constData());
+                ::rename(encoded(aside[i]).constData(), encoded(paths[i]).constData());
             return error;
         }
         aside.append(moved);
     }
     // Past this point every file is gone from the desk's sight; a name left behind is never read as data.
     for (const QString& moved : aside)
-        QFile::remove(moved);
+        ::unlink(encoded(moved).constData());
     for (const QString& path : paths)
         syncFolder(path);
     return {};
@@ -248,41 +399,36 @@ FileError rewriteLines(const QString& path, const LineEdit& edit, bool* changed,
         *changed = false;
     if (FileError error = cutInterruptedAppend(path))
         return error;
-    QByteArray bytes;
-    if (FileError error = readWholeFile(path, bytes))
+    LineReader reader(path);
+    if (reader.error())
+        return reader.error();
+    if (FileError error = lockRange(reader.handle(), F_RDLCK, path))
         return error;
-    // The new content is checked against the old as it is made and goes out in pieces, so a big month never
-    // stands in memory twice. Nothing is written while it is the same as the old; at the first difference the
-    // part that was the same is written from the old content.
+    struct stat old {};
+    if (::fstat(reader.handle(), &old) != 0)
+        return FileError::fromErrno(errnoOr(EIO), path);
+    // The new content is checked against the old line by line as it is made and goes out in pieces, so a big
+    // month never stands in memory. Nothing is written while it is the same as the old; at the first
+    // difference the part that was the same is copied from the old file.
     constexpr qsizetype kPiece = 256 * 1024;
     std::optional<Replacement> file;
-    qsizetype same = 0; // bytes of the old content matched while nothing is written
+    qint64 same = 0; // bytes of the old content matched while nothing is written
     QByteArray out;
     out.reserve(2 * kPiece); // a piece and the line that fills it
-    auto startWriting = [&]() -> FileError {
-        file.emplace(path, writePath ? *writePath : realWritePath());
-        if (FileError error = file->open())
-            return error;
-        return file->write(QByteArrayView(bytes).first(same));
-    };
-    const char* at = bytes.constData();
-    const char* const end = at + bytes.size();
-    while (at < end) {
-        const auto* nl = static_cast<const char*>(std::memchr(at, '\n', size_t(end - at)));
-        const char* lineEnd = nl ? nl : end;
-        qsizetype len = lineEnd - at;
-        if (len > 0 && at[len - 1] == '\r')
-            --len;
-        edit(QByteArrayView(at, len), out);
-        at = nl ? nl + 1 : end;
+    QByteArrayView line;
+    for (qint64 at = reader.offset(); reader.next(line); at = reader.offset()) {
+        const qint64 raw = reader.offset() - at; // the line with its line end, as it is in the file
+        edit(line, out);
         if (!file) {
-            if (out.size() <= bytes.size() - same &&
-                std::memcmp(bytes.constData() + same, out.constData(), size_t(out.size())) == 0) {
-                same += out.size();
+            if (out.size() == raw && std::memcmp(line.data(), out.constData(), size_t(raw)) == 0) {
+                same += raw;
                 out.resize(0);
                 continue;
             }
-            if (FileError error = startWriting())
+            file.emplace(path, writePath ? *writePath : realWritePath());
+            if (FileError error = file->open(&old))
+                return error;
+            if (FileError error = file->copy(reader.handle(), same))
                 return error;
         }
         if (out.size() >= kPiece) {
@@ -291,12 +437,10 @@ FileError rewriteLines(const QString& path, const LineEdit& edit, bool* changed,
             out.resize(0);
         }
     }
-    if (!file) {
-        if (same == bytes.size())
-            return {};
-        if (FileError error = startWriting()) // the old content less its last lines
-            return error;
-    }
+    if (reader.error())
+        return reader.error();
+    if (!file)
+        return {};
     if (FileError error = file->write(out))
         return error;
     if (FileError error = file->commit())

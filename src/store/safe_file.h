@@ -8,31 +8,40 @@
 #include <QStringList>
 #include <functional>
 
-class QFileDevice;
-class QSaveFile;
-
 namespace porvane {
 
-// The step where bytes reach the disk. The real one writes, syncs and renames; tests hand in one that fails
-// after some bytes or at the rename, to prove that a failed write leaves the old file as it was.
+// The step where bytes reach the disk. The real one writes and syncs; tests hand in one that fails after some
+// bytes or before the rename, to prove that a failed write leaves the old file as it was.
 class WritePath {
 public:
     virtual ~WritePath() = default;
-    // Writes all of data; 0, or the errno of the failure.
-    virtual int write(QFileDevice& file, QByteArrayView data);
-    // Flushes the finished temporary file and renames it over its target; 0, or the errno of the failure.
-    virtual int commit(QSaveFile& file);
+    // Writes all of data to the open file; 0, or the errno of the failure.
+    virtual int write(int fd, QByteArrayView data);
+    // Flushes the finished temporary file before it is renamed over its target; 0, or the errno.
+    virtual int commit(int fd);
     // Flushes an appended file to disk; 0, or the errno of the failure.
-    virtual int sync(QFileDevice& file);
+    virtual int sync(int fd);
 };
 
 WritePath& realWritePath();
+
+// Opens a file of the data folder (open(2) flags), never through a symbolic link in its name or as its
+// folder, and only when it is a regular file: a pipe or device is refused at once, never waited on. Returns
+// the descriptor, or -1 with error set.
+int openDataFile(const QString& path, int flags, FileError& error);
+
+// The desk's temporary files: a new content on its way in, a file being removed. Only a desk killed at that
+// moment leaves one behind; while the data folder's lock is held, any one found is such a leftover.
+bool isLeftoverName(const QString& fileName);
+// Removes the leftovers in the folder; called under the data folder's lock.
+void removeLeftovers(const QString& folder);
 
 // Reads a whole file. FileNotFound (53) when it does not exist, PathNotFound (76) when its folder does not.
 FileError readWholeFile(const QString& path, QByteArray& bytes);
 
 // Replaces the file's content without ever truncating it: a temporary file in the same folder is written,
-// flushed and renamed over the old one, then the folder is flushed. On failure the old file is untouched.
+// flushed and renamed over the old one, then the folder is flushed. The new file keeps the old one's group
+// and permission bits. On failure the old file is untouched.
 FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writePath = nullptr);
 
 inline constexpr QByteArrayView kLineEnd("\r\n");
@@ -47,14 +56,14 @@ FileError appendLine(const QString& path, QByteArrayView line, WritePath* writeP
 // change of a month file.
 FileError cutInterruptedAppend(const QString& path);
 
-// Reads the file fresh and hands each line (without its line end; CR LF, LF and a missing last line end are
-// all accepted) to edit, which appends to out what takes its place, each line ended by CR LF, or nothing to
-// drop it. The file is replaced only when the result differs from what was read (changed tells); a missing
-// file is FileNotFound (53). The file is held as raw bytes, never decoded.
 // Removes all of the files or none of them: each is first renamed aside in its folder, and only when every
 // one is aside are they deleted; a failed rename puts back those already moved. Error of the first failure.
 FileError removeAllOrNone(const QStringList& paths);
 
+// Reads the file fresh and hands each line (without its line end; CR LF, LF, a lone CR and a missing last
+// line end are all accepted) to edit, which appends to out what takes its place, each line ended by CR LF,
+// or nothing to drop it. The file is replaced only when the result differs from what was read (changed
+// tells); a missing file is FileNotFound (53). The file is streamed as raw bytes, never decoded.
 using LineEdit = std::function<void(QByteArrayView line, QByteArray& out)>;
 FileError rewriteLines(const QString& path, const LineEdit& edit, bool* changed = nullptr,
                        WritePath* writePath = nullptr);

@@ -44,7 +44,9 @@ TEST(AppPath, homeComesFromCommandLineThenEnvironmentThenProgram) {
     EXPECT_EQ(relative, QDir::current().absoluteFilePath(QStringLiteral("desk4")) + u'/');
 }
 
-TEST(AppPath, newHomeGetsMissingResourcesButKeepsItsOwnEdits) {
+// A new home gets what the program ships, never the settings a run beside the program wrote (they name that
+// installation's data folder), and keeps its own edits.
+TEST(AppPath, newHomeGetsMissingResourcesButKeepsItsOwnEdits_andNeverAnotherInstallationsSettings) {
     QTemporaryDir program;
     QTemporaryDir home;
     QDir(program.path()).mkpath(QStringLiteral("_PSF/PSystem"));
@@ -57,9 +59,15 @@ TEST(AppPath, newHomeGetsMissingResourcesButKeepsItsOwnEdits) {
     };
     put(program.filePath(QStringLiteral("_PSF/PSystem/PACustom.ini")), "[CATEGORY]\r\nVISITOR\r\n");
     put(program.filePath(QStringLiteral("PorvaneDocs/index.html")), "<html></html>");
+    put(program.filePath(QStringLiteral("_PSF/IRender/OurPassLogo.bmp")), "BM");
+    put(program.filePath(QStringLiteral("_PSF/PSystem/twsabusr.dat")), "another installation's settings");
+    put(program.filePath(QStringLiteral("_PSF/PSystem/twsabusr.dat.damaged")), "and their damaged copy");
     put(home.filePath(QStringLiteral("_PSF/PSystem/PACustom.ini")), "[CATEGORY]\r\nSITE OWN\r\n");
 
     EXPECT_TRUE(seedHomeFolder(home.path() + u'/', program.path()));
+    EXPECT_EQ(QDir(home.filePath(QStringLiteral("_PSF/PSystem"))).entryList(QDir::Files),
+              QStringList{QStringLiteral("PACustom.ini")});
+    EXPECT_TRUE(QFileInfo::exists(home.filePath(QStringLiteral("_PSF/IRender/OurPassLogo.bmp"))));
     QFile kept(home.filePath(QStringLiteral("_PSF/PSystem/PACustom.ini")));
     ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
     EXPECT_EQ(kept.readAll(), "[CATEGORY]\r\nSITE OWN\r\n");

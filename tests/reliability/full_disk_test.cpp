@@ -96,3 +96,12 @@ TEST_F(FullDisk, saveAndUpdateFailWithDiskFull_leaveTheMonthAndNoTemporaryFile_a
     EXPECT_EQ(after.size(), month.size() + 1188);
     EXPECT_EQ(RecordLine(after).trimmed(Field::CarReg), u"typed");
 }
+
+// With no room even for the lock, the refusal names the full disk, not a permission the desk has.
+TEST_F(FullDisk, aLockThatCannotBeWritten_namesTheFullDisk) {
+    desk.folder.write(u"filler"_s, QByteArray(qsizetype(kPages) * page, 'f'));
+    DataLock lock(desk.state.dataPath(), std::chrono::milliseconds(100));
+    EXPECT_EQ(lock.acquire(), DataLock::State::Failed);
+    EXPECT_EQ(lock.error().number, 61);
+    EXPECT_EQ(lock.error().text, u"Disk full: "_s + DataLock::lockPath(desk.state.dataPath()));
+}

@@ -3,7 +3,9 @@
 #include "temp_data_folder.h"
 
 #include <QDir>
+#include <QFile>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using porvane::test::AdminRun;
 using porvane::test::handLine;
@@ -93,4 +95,47 @@ TEST(VerifyCommand, missingDataFolder_isAnError) {
     const AdminRun r = admin(folder, {u"verify"_s});
     EXPECT_EQ(r.status, 1);
     EXPECT_TRUE(r.err.contains(u"no data folder")) << r.err.toStdString();
+}
+
+// Lines ended by a lone CR, control characters in the columns, a pipe in place of a month, a line far longer
+// than a booking and a desk's left-over temporary file: verify reports each, escaped, and hangs on nothing;
+// the lists read the CR-ended month line by line.
+TEST(VerifyCommand, oddFilesAndText_areReportedEscapedWithoutHanging_andCrEndedLinesAreLines) {
+    TempDataFolder folder;
+    QByteArray crMonth;
+    for (int day = 1; day <= 6; ++day) {
+        const QByteArray regNo = "2402" + QByteArray::number(day).rightJustified(2, '0') + "090000";
+        crMonth +=
+            handLine({{1, regNo.constData()}, {14, "Ewan"}, {31, "Wright"}, {1060 + 4 * (day - 1), "0900"}}) +
+            '\r';
+    }
+    folder.write(u"Record/2402.vrf"_s, crMonth);
+    QByteArray controls = kSound;
+    controls.replace(0, 12, "24\x1b[2J\a\t0900");
+    folder.write(u"Status/240210.vdf"_s, controls + "\r\n");
+    folder.write(u"Record/2403.vrf"_s, QByteArray(200 * 1024, 'x') + "\r\n");
+    folder.write(u"Record/2402.vrf.q7k2.porvane-tmp"_s, crMonth);
+    ASSERT_EQ(::mkfifo(QFile::encodeName(folder.path(u"Record/2404.vrf"_s)).constData(), 0666), 0);
+
+    const AdminRun r = admin(folder, {u"verify"_s});
+    EXPECT_EQ(r.status, 1) << r.err.toStdString();
+    const QString record = folder.path(u"Record/"_s);
+    QStringList expected;
+    for (int line = 1; line <= 6; ++line)
+        expected << record + u"2402.vrf:%1: line ends in CR, not CR LF"_s.arg(line);
+    expected << record + u"2402.vrf.q7k2.porvane-tmp:0: left over by a desk stopped while it wrote; the next "
+                         "change removes it"_s;
+    expected << record + u"2403.vrf:0: Damaged file: line 1 of "_s + record +
+                    u"2403.vrf is longer than any booking"_s
+             << record + u"2404.vrf:0: Not a data file (a link, folder, pipe or device): "_s + record +
+                    u"2404.vrf"_s
+             << folder.path(u"Status/240210.vdf"_s) + u":1: control character 27 in column 3"_s
+             << folder.path(u"Status/240210.vdf"_s) +
+                    u":1: RegNo \"24\\x1B[2J\\x07\\x090900\" is not 12 digits"_s;
+    EXPECT_EQ(r.outLines(), expected) << r.out.toStdString();
+    EXPECT_FALSE(r.out.contains(u'\x1b')) << "no raw control character reaches the terminal";
+
+    const AdminRun list = admin(folder, {u"--csv"_s, u"list"_s, u"month"_s, u"2024-02"_s});
+    EXPECT_EQ(list.status, 0) << list.err.toStdString();
+    EXPECT_EQ(list.out.count(u"Ewan"_s), 6) << list.out.toStdString();
 }

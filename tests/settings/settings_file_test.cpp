@@ -147,6 +147,16 @@ TEST_F(SettingsFileTest, shortOrGarbageFileIsKeptAsACopy) {
     ASSERT_FALSE(ApplyDefaultSettings(state));
     EXPECT_EQ(folder.read(keptRelative), garbage);
     EXPECT_EQ(LoadSettings(state).status, SettingsLoad::Status::Loaded);
+
+    // A damaged file that stays as it is (a porvane-admin run does not replace it) is copied once, not on
+    // every start: the copy, marked here, is left alone.
+    const QByteArray big = garbage.repeated(300);
+    writeFile(big);
+    EXPECT_EQ(LoadSettings(state).status, SettingsLoad::Status::Damaged);
+    ASSERT_EQ(folder.read(keptRelative), big);
+    folder.write(keptRelative, QByteArray(big.size(), 'm'));
+    EXPECT_EQ(LoadSettings(state).keptCopy, file() + u".damaged"_s);
+    EXPECT_EQ(folder.read(keptRelative), QByteArray(big.size(), 'm'));
 }
 
 TEST_F(SettingsFileTest, fileWithoutReadPermissionIsUnreadable) {

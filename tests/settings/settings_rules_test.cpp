@@ -122,6 +122,20 @@ TEST_F(SettingsEditorTest, aRefusedFolderOrPasswordOrFailedWriteLeavesFileAndDes
     EXPECT_FALSE(editor.save());
     EXPECT_EQ(desk.prompter.last().text, u"The folder %1 does not exist."_s.arg(editor.edited().DataPath));
 
+    // A folder that exists, but whose path the settings file cannot hold: refused, not saved as "?".
+    const QString cyrillic = other.path() + u"/\u0414\u0430\u043D\u043D\u044B\u0435"_s;
+    ASSERT_TRUE(QDir().mkpath(cyrillic + u"/Record"_s));
+    editor.edited().DataPath = cyrillic;
+    EXPECT_FALSE(editor.save());
+    EXPECT_EQ(
+        desk.prompter.last().text,
+        u"The folder %1 has a character that the settings file cannot hold; it would be saved as \"?\" "
+        "and name no folder. Choose a folder whose path has only Western European letters."_s.arg(cyrillic));
+    editor.edited().DataPath = other.path() + u"/Caf\u00E9"_s;
+    EXPECT_FALSE(editor.save());
+    EXPECT_EQ(desk.prompter.last().text, u"The folder %1 does not exist."_s.arg(editor.edited().DataPath))
+        << "a Western European letter is held";
+
     // Declining the offer to make Record, Status and photo keeps the folder out.
     editor.edited().DataPath = other.path();
     desk.prompter.queue(Answer::No);

@@ -1,3 +1,4 @@
+#include "store/line_reader.h"
 #include "store_fixture.h"
 
 #include <QDir>
@@ -62,7 +63,9 @@ TEST_F(RewriteLinesTest, aBigFileIsRewrittenWhole_whereverTheChangeFalls) {
         << "the last thousand lines dropped";
 }
 
-TEST_F(RewriteLinesTest, unchangedContentIsNotWritten_butLfOnlyLinesAreWrittenWithCrLf) {
+// CR LF, LF and a lone CR (old Mac tools) each end a line, for the readers and the rewrite alike; unchanged
+// content is not written, other line ends are written back as CR LF.
+TEST_F(RewriteLinesTest, unchangedContentIsNotWritten_andLfOrLoneCrLinesAreLinesWrittenBackWithCrLf) {
     folder.write(u"Record/2403.vrf"_s, numberedLines(500, 1186));
     FailingWritePath failing;
     failing.failCommit = true; // any write that reached the rename would fail the call
@@ -75,6 +78,15 @@ TEST_F(RewriteLinesTest, unchangedContentIsNotWritten_butLfOnlyLinesAreWrittenWi
     ASSERT_FALSE(rewrite(-1, 500, &changed));
     EXPECT_TRUE(changed);
     EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), numberedLines(500, 1186));
+
+    folder.write(u"Record/2403.vrf"_s, "one\rtwo\r\nthree\nfour\r\rsix\r");
+    QStringList read;
+    LineReader reader(file);
+    for (QByteArrayView line; reader.next(line);)
+        read << QString::fromLatin1(line);
+    EXPECT_EQ(read, (QStringList{u"one"_s, u"two"_s, u"three"_s, u"four"_s, u""_s, u"six"_s}));
+    ASSERT_FALSE(rewrite(1, 6, &changed));
+    EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), "one\r\nchanged\r\nthree\r\nfour\r\n\r\nsix\r\n");
 }
 
 // A write that fails part-way, in any piece, leaves the old file byte-identical.

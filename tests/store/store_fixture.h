@@ -6,7 +6,6 @@
 #include <QByteArrayList>
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <cerrno>
 
 namespace porvane::test {
@@ -19,22 +18,17 @@ public:
     bool failCommit = false;
     int written = 0;
 
-    int write(QFileDevice& file, QByteArrayView data) override {
+    int write(int fd, QByteArrayView data) override {
         if (budget < 0)
-            return WritePath::write(file, data);
+            return WritePath::write(fd, data);
         const qint64 n = std::min<qint64>(budget, data.size());
         budget -= n;
-        if (const int err = WritePath::write(file, data.first(n)))
+        if (const int err = WritePath::write(fd, data.first(n)))
             return err;
         written += int(n);
         return n < data.size() ? ENOSPC : 0;
     }
-    int commit(QSaveFile& file) override {
-        if (!failCommit)
-            return WritePath::commit(file);
-        file.cancelWriting();
-        return EIO;
-    }
+    int commit(int fd) override { return failCommit ? EIO : WritePath::commit(fd); }
 };
 
 inline QByteArray crLf(std::initializer_list<QByteArray> lines) {

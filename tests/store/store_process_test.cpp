@@ -145,29 +145,45 @@ TEST(StoreChild, DISABLED_listUntilStopped) {
 
 // --- the parents
 
-TEST(StoreProcesses, fourDesksSavingAndUpdating250BookingsEach_whileAFifthLists_loseAndTearNothing) {
-    TempDataFolder folder;
-    folder.write(u"Record/2403.vrf"_s, crLf({kOwnLine}));
-    const int count = 250;
+namespace {
+
+// Four desks save and update `count` bookings each, desk i on dataPaths[i % size] (one folder, or mounts of
+// one share that play different PCs), while a fifth lists the month without a lock (on a local folder only:
+// through sshfs a list that meets another desk's rename may find no file for that moment); every booking must
+// be there once, with its last update, no line torn or doubled.
+void fourDesksSaveAndUpdate(const QStringList& dataPaths, int count) {
+    const bool withLister = dataPaths.size() == 1;
+    const QString first = dataPaths.first();
+    QFile seed(first + u"Record/2403.vrf"_s);
+    ASSERT_TRUE(seed.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    seed.write(crLf({kOwnLine}));
+    seed.close();
     QObject owner;
-    QProcess* lister = startChild("listUntilStopped", folder.dataPath(), 0, 0, &owner);
+    QProcess* lister = withLister ? startChild("listUntilStopped", first, 0, 0, &owner) : nullptr;
     QList<QProcess*> desks;
     for (int index = 1; index <= 4; ++index)
-        desks.append(startChild("saveThenUpdateMany", folder.dataPath(), index, count, &owner));
+        desks.append(
+            startChild("saveThenUpdateMany", dataPaths[index % dataPaths.size()], index, count, &owner));
     for (QProcess* desk : desks) {
         ASSERT_TRUE(desk->waitForFinished(600000));
         EXPECT_EQ(desk->exitCode(), 0) << desk->readAll().toStdString();
     }
-    folder.write(u"stop"_s, {});
-    ASSERT_TRUE(lister->waitForFinished(60000));
-    const QByteArray listed = lister->readAll();
-    EXPECT_EQ(lister->exitCode(), 0) << listed.toStdString();
-    EXPECT_TRUE(listed.contains("reads ")) << listed.toStdString();
+    if (lister) {
+        QFile stop(first + u"stop"_s);
+        ASSERT_TRUE(stop.open(QIODevice::WriteOnly));
+        stop.close();
+        ASSERT_TRUE(lister->waitForFinished(60000));
+        const QByteArray listed = lister->readAll();
+        EXPECT_EQ(lister->exitCode(), 0) << listed.toStdString();
+        EXPECT_TRUE(listed.contains("reads ")) << listed.toStdString();
+        QFile::remove(first + u"stop"_s);
+    }
 
-    const QByteArray bytes = folder.read(u"Record/2403.vrf"_s);
+    QFile month(first + u"Record/2403.vrf"_s);
+    ASSERT_TRUE(month.open(QIODevice::ReadOnly));
+    const QByteArray bytes = month.readAll();
     ASSERT_TRUE(bytes.endsWith("\r\n"));
     const QByteArrayList lines = bytes.chopped(1).split('\n');
-    ASSERT_EQ(lines.size(), 1 + 4 * count);
     QHash<QByteArray, QByteArray> carRegOf;
     for (const QByteArray& line : lines) {
         ASSERT_EQ(line.size(), 1187) << "a torn or joined line";
@@ -175,13 +191,37 @@ TEST(StoreProcesses, fourDesksSavingAndUpdating250BookingsEach_whileAFifthLists_
             << "booking " << line.left(12).toStdString() << " twice";
         carRegOf.insert(line.left(12), line.mid(68, 10).trimmed());
     }
+    int lost = 0;
+    int stale = 0;
     for (int index = 1; index <= 4; ++index)
         for (int i = 0; i < count; ++i) {
             const QByteArray regNo = savedRegNo(index, i);
-            ASSERT_TRUE(carRegOf.contains(regNo)) << "booking " << i << " of desk " << index << " was lost";
-            EXPECT_EQ(carRegOf.value(regNo), u"U%1-%2"_s.arg(index).arg(i).toLatin1())
-                << "booking " << i << " of desk " << index << " lost its update";
+            if (!carRegOf.contains(regNo))
+                ++lost;
+            else if (carRegOf.value(regNo) != u"U%1-%2"_s.arg(index).arg(i).toLatin1())
+                ++stale;
         }
+    EXPECT_EQ(lost, 0) << "bookings reported saved that are gone";
+    EXPECT_EQ(stale, 0) << "updates reported done that are gone";
+    EXPECT_EQ(lines.size(), 1 + 4 * count);
+}
+
+} // namespace
+
+TEST(StoreProcesses, fourDesksSavingAndUpdating250BookingsEach_whileAFifthLists_loseAndTearNothing) {
+    TempDataFolder folder;
+    fourDesksSaveAndUpdate({folder.dataPath()}, 250);
+}
+
+// Two mounts of one network share, playing two PCs: PORVANE_TEST_SHARE_MOUNTS names their data folders,
+// "A:B" (scripts/share-test mounts them). Skipped without it.
+TEST(StoreProcesses, fourDesksOnTwoMountsOfOneShare_loseNothing) {
+    const QStringList mounts =
+        qEnvironmentVariable("PORVANE_TEST_SHARE_MOUNTS").split(u':', Qt::SkipEmptyParts);
+    if (mounts.size() != 2)
+        GTEST_SKIP() << "no share: set PORVANE_TEST_SHARE_MOUNTS=A:B (see scripts/share-test)";
+    const int count = qEnvironmentVariableIntValue("PORVANE_TEST_SHARE_COUNT");
+    fourDesksSaveAndUpdate({mounts[0] + u'/', mounts[1] + u'/'}, count > 0 ? count : 50);
 }
 
 namespace {
