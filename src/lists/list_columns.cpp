@@ -1,25 +1,8 @@
 #include "lists/list_columns.h"
 
-#include <QCoreApplication>
+#include <algorithm>
 
 namespace porvane {
-
-ListTable tableWithColumns(std::span<const ColumnDef> defs, const QColor& secondRowColour) {
-    ListTable table;
-    table.columns.reserve(qsizetype(defs.size()));
-    for (const ColumnDef& def : defs)
-        table.columns.append({QCoreApplication::translate("ListColumns", def.header), def.width,
-                              def.left ? Qt::Alignment(Qt::AlignLeft) : Qt::Alignment(Qt::AlignHCenter)});
-    table.rowColours = {QColor(0xFF, 0xFF, 0xFF), secondRowColour};
-    return table;
-}
-
-qsizetype rowTextWidth(std::span<const ColumnDef> defs) {
-    qsizetype width = 0;
-    for (const ColumnDef& def : defs)
-        width += def.shown == Shown::Own || def.shown == Shown::PassType ? 5 : def.size; // "hh:mm", "Month"
-    return width;
-}
 
 QByteArrayView passTypeText(QByteArrayView letter) {
     if (letter == "D")
@@ -31,10 +14,30 @@ QByteArrayView passTypeText(QByteArrayView letter) {
     return {};
 }
 
-void addSlotCell(ListTable& table, QByteArrayView slot, TextColour colour) {
-    table.addCell(slot.first(std::min<qsizetype>(2, slot.size())), colour);
-    table.extendCell(":");
-    table.extendCell(slot.last(std::min<qsizetype>(2, slot.size())));
+ListCell slotCell(QByteArrayView slot, std::array<char, 8>& scratch, TextColour colour) {
+    const qsizetype half = std::min<qsizetype>(2, slot.size());
+    char* out = scratch.data();
+    out = std::copy_n(slot.data(), half, out);
+    *out++ = ':';
+    out = std::copy_n(slot.data() + slot.size() - half, half, out);
+    return {QByteArrayView(scratch.data(), out - scratch.data()), colour};
+}
+
+ListCell cellOf(const ListLayout& layout, const RecordLine& line, quint16 note, int column,
+                std::array<char, 8>& scratch) {
+    const ColumnDef& def = layout.columns[std::size_t(column)];
+    const TextColour colour = column == 0 || !layout.rowColour ? TextColour::Black : layout.rowColour(note);
+    switch (def.shown) {
+    case Shown::AsRead:
+        return {line.columns(def.column, def.size), colour};
+    case Shown::Trimmed:
+        return {trimBlanks(line.columns(def.column, def.size)), colour};
+    case Shown::PassType:
+        return {passTypeText(line.columns(def.column, 1)), colour};
+    case Shown::Own:
+        break;
+    }
+    return layout.ownCell(line, note, column, scratch);
 }
 
 QByteArrayView rawSlot(const RecordLine& line, int day) {

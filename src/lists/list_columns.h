@@ -9,6 +9,7 @@
 
 #include <QByteArrayView>
 #include <QDate>
+#include <array>
 #include <span>
 
 namespace porvane {
@@ -70,46 +71,31 @@ inline constexpr ColumnDef kColExpected{
 // The pass period letter shown as "Day", "Week" or "Month"; anything else shows nothing.
 QByteArrayView passTypeText(QByteArrayView letter);
 
+// How one list makes its rows' cells from their booking lines: its columns, its second row colour (the first
+// is always white) and the cells it fills itself (booked times, day, arrival and departure) from the line and
+// the note it keeps for the row. Cells of columns after the first take the row's colour.
+struct ListLayout {
+    std::span<const ColumnDef> columns;
+    quint32 secondRowColour; // 0xRRGGBB
+    ListCell (*ownCell)(const RecordLine& line, quint16 note, int column, std::array<char, 8>& scratch);
+    TextColour (*rowColour)(quint16 note) = nullptr; // black when there is none
+};
+
+// The cell of one column of a row; `scratch` holds a cell that is not stored as it shows.
+ListCell cellOf(const ListLayout& layout, const RecordLine& line, quint16 note, int column,
+                std::array<char, 8>& scratch);
+
+// The last column any list shows: a line is read again only as far as this.
+inline constexpr int kLastListedColumn = 1060 + 31 * 4 - 1;
+
 // A list as built: the table, and the file error that stopped the reading (the rows read before it stay).
 struct BuiltList {
     ListTable table;
     FileError error;
 };
 
-// The most text one row of these columns can hold.
-qsizetype rowTextWidth(std::span<const ColumnDef> defs);
-
-// An empty table with these columns and second row colour (the first is always white).
-ListTable tableWithColumns(std::span<const ColumnDef> defs, const QColor& secondRowColour);
-
-// Appends one row for a booking line. Cells of columns after the first take `colour`; Own columns are
-// filled by own(table, index) in their turn.
-template <typename Own>
-void addLineRow(ListTable& table, const RecordLine& line, std::span<const ColumnDef> defs, TextColour colour,
-                Own&& own) {
-    table.beginRow();
-    for (std::size_t i = 0; i < defs.size(); ++i) {
-        const ColumnDef& def = defs[i];
-        const TextColour c = i == 0 ? TextColour::Black : colour;
-        switch (def.shown) {
-        case Shown::AsRead:
-            table.addCell(line.columns(def.column, def.size), c);
-            break;
-        case Shown::Trimmed:
-            table.addCell(trimBlanks(line.columns(def.column, def.size)), c);
-            break;
-        case Shown::PassType:
-            table.addCell(passTypeText(line.columns(def.column, 1)), c);
-            break;
-        case Shown::Own:
-            own(table, int(i));
-            break;
-        }
-    }
-}
-
 // A booked-time slot shown as its first two characters, ":" and its last two (0930 -> 09:30).
-void addSlotCell(ListTable& table, QByteArrayView slot, TextColour colour = TextColour::Black);
+ListCell slotCell(QByteArrayView slot, std::array<char, 8>& scratch, TextColour colour = TextColour::Black);
 // The four stored columns of a day's booked-time slot, blanks included.
 QByteArrayView rawSlot(const RecordLine& line, int day);
 

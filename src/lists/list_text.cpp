@@ -11,32 +11,42 @@ namespace {
 
 constexpr qsizetype kPieceSize = 64 * 1024;
 
-// The blanks QString::trimmed() removes, as far as they are ASCII.
-bool isAsciiSpace(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
+// The blanks QString::trimmed() removes from Windows-1252 text: ASCII white space and the no-break space.
+bool isBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r') || c == '\xA0';
 }
 
-// A cell's text trimmed, as UTF-8. Nearly every stored cell is plain ASCII, which is UTF-8 already and is
-// trimmed in place; any other goes through text so that it trims and converts as text does.
-QByteArrayView trimmedUtf8(QByteArrayView bytes, QByteArray& scratch) {
-    if (std::any_of(bytes.begin(), bytes.end(),
-                    [](char c) { return static_cast<unsigned char>(c) >= 0x80; })) {
-        scratch = fromWindows1252(bytes).trimmed().toUtf8();
-        return scratch;
-    }
+bool isPlainAscii(char c) {
+    return c >= 0x20 && c < 0x7F;
+}
+
+// A control character would reach the terminal raw and a tab inside a cell would split its column: each is
+// shown as "?".
+bool isControl(QChar c) {
+    return c.unicode() < 0x20 || (c.unicode() >= 0x7F && c.unicode() < 0xA0);
+}
+
+// A cell's stored bytes trimmed, as UTF-8 with control characters shown as "?". Nearly every cell is plain
+// ASCII, which is UTF-8 already and goes out as it is.
+QByteArrayView shownUtf8(QByteArrayView bytes, QByteArray& scratch) {
     qsizetype from = 0;
     qsizetype to = bytes.size();
-    while (from < to && isAsciiSpace(bytes[from]))
+    while (from < to && isBlank(bytes[from]))
         ++from;
-    while (to > from && isAsciiSpace(bytes[to - 1]))
+    while (to > from && isBlank(bytes[to - 1]))
         --to;
-    return bytes.sliced(from, to - from);
+    const QByteArrayView trimmed = bytes.sliced(from, to - from);
+    if (std::all_of(trimmed.begin(), trimmed.end(), isPlainAscii))
+        return trimmed;
+    QString text = fromWindows1252(trimmed);
+    std::replace_if(text.begin(), text.end(), isControl, u'?');
+    scratch = text.toUtf8();
+    return scratch;
 }
 
 void appendField(QByteArray& out, QByteArrayView text, bool csv) {
-    const bool quoted = csv && std::any_of(text.begin(), text.end(), [](char c) {
-                            return c == ',' || c == '"' || c == '\n' || c == '\r';
-                        });
+    const bool quoted =
+        csv && std::any_of(text.begin(), text.end(), [](char c) { return c == ',' || c == '"'; });
     if (!quoted) {
         out.append(text);
         return;
@@ -73,7 +83,7 @@ bool writeListTableText(const ListTable& table, bool csv, QIODevice& out) {
         for (int c = 0; c < table.columnCount(); ++c) {
             if (c > 0)
                 piece.append(separator);
-            appendField(piece, trimmedUtf8(table.bytes(r, c), scratch), csv);
+            appendField(piece, shownUtf8(table.cell(r, c).bytes, scratch), csv);
         }
         piece.append(lineEnd);
         if (piece.size() >= kPieceSize)

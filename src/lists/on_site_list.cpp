@@ -5,6 +5,7 @@
 #include "store/safe_file.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QtGlobal>
 
 namespace porvane {
@@ -57,6 +58,28 @@ QByteArrayView firstColumns(QByteArrayView line) {
     return line.first(std::min<qsizetype>(kRegNoWidth, line.size()));
 }
 
+// The row's note is today's day when the line is of today's month, else 0: a booked time on a line of
+// another month is not today's.
+ListCell statusCell(const RecordLine& line, quint16 todaysDay, int column, std::array<char, 8>& scratch) {
+    if (column == kExpectedColumn) {
+        if (todaysDay != 0 && !line.bookedSlot(todaysDay).isEmpty())
+            return slotCell(rawSlot(line, todaysDay), scratch);
+        return {kNoMark};
+    }
+    const QByteArrayView arrived = line.columns(kMarkColumn, 5);
+    const QByteArrayView departed = line.columns(kMarkColumn + 5, 5);
+    const int in = markNumber(arrived);
+    if (in == 0)
+        return {kNoMark};
+    const bool arrivedCell = column == kArrivedColumn;
+    if (in < markNumber(departed)) // gone
+        return arrivedCell ? ListCell{arrived, TextColour::Red} : ListCell{departed, TextColour::Black};
+    // still on site, also after a stay past midnight
+    return arrivedCell ? ListCell{arrived, TextColour::Grey} : ListCell{departed, TextColour::Green};
+}
+
+constexpr ListLayout kStatusLayout{kStatusColumns, 0xDFE7F9, statusCell};
+
 } // namespace
 
 QString OnSiteList::statusFilePath(const QString& dataPath, const QDate& today) {
@@ -103,6 +126,16 @@ FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& toda
     } else if (readError) {
         return readError;
     } else {
+        // The kept entries of each RegNo in list order; the n-th status line of a RegNo gives its marks to
+        // the n-th entry of it, so twin identifiers (two desks saving in the same second) all keep theirs.
+        struct Twins {
+            QList<qsizetype> entries;
+            qsizetype marked = 0;
+        };
+        QHash<QByteArray, Twins> byRegNo;
+        byRegNo.reserve(kept.size());
+        for (qsizetype i = 0; i < kept.size(); ++i)
+            byRegNo[firstColumns(kept[i]).toByteArray()].entries.append(i);
         for (qsizetype from = 0; from < old.size();) {
             qsizetype end = old.indexOf('\n', from);
             if (end < 0)
@@ -114,13 +147,11 @@ FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& toda
             // A status line torn before its marks has no marks to give.
             if (status.size() < kMarkColumn - 1 + kMarkWidth)
                 continue;
-            const QByteArrayView key = firstColumns(status);
-            for (QByteArray& entry : kept) {
-                if (firstColumns(entry) == key) {
-                    entry.replace(kMarkColumn - 1, kMarkWidth, status.data() + kMarkColumn - 1, kMarkWidth);
-                    break;
-                }
-            }
+            const auto twins = byRegNo.find(firstColumns(status).toByteArray());
+            if (twins == byRegNo.end() || twins->marked == twins->entries.size())
+                continue;
+            kept[twins->entries[twins->marked++]].replace(kMarkColumn - 1, kMarkWidth,
+                                                          status.data() + kMarkColumn - 1, kMarkWidth);
         }
     }
     QByteArray content;
@@ -130,38 +161,13 @@ FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& toda
 }
 
 BuiltList OnSiteList::build(const QString& dataPath, const QDate& today) {
-    BuiltList out{tableWithColumns(kStatusColumns, QColor(0xDF, 0xE7, 0xF9)), {}};
     const char month[2] = {char('0' + today.month() / 10), char('0' + today.month() % 10)};
     LineReader reader(statusFilePath(dataPath, today));
+    BuiltList out{ListTable(kStatusLayout, reader), {}};
     QByteArrayView bytes;
     while (reader.next(bytes)) {
-        const RecordLine line(bytes);
-        addLineRow(out.table, line, kStatusColumns, TextColour::Black, [&](ListTable& table, int column) {
-            if (column == kExpectedColumn) {
-                // A booked time on a line of another month is not today's.
-                const bool todays = line.columns(3, 2) == QByteArrayView(month, 2);
-                if (todays && !line.bookedSlot(today.day()).isEmpty())
-                    addSlotCell(table, rawSlot(line, today.day()));
-                else
-                    table.addCell(kNoMark);
-                return;
-            }
-            if (column != kArrivedColumn)
-                return; // the departure cell is added with the arrival cell
-            const QByteArrayView arrived = line.columns(kMarkColumn, 5);
-            const QByteArrayView departed = line.columns(kMarkColumn + 5, 5);
-            const int in = markNumber(arrived);
-            if (in == 0) {
-                table.addCell(kNoMark);
-                table.addCell(kNoMark);
-            } else if (in < markNumber(departed)) { // gone
-                table.addCell(arrived, TextColour::Red);
-                table.addCell(departed, TextColour::Black);
-            } else { // still on site, also after a stay past midnight
-                table.addCell(arrived, TextColour::Grey);
-                table.addCell(departed, TextColour::Green);
-            }
-        });
+        const bool todaysMonth = RecordLine(bytes).columns(3, 2) == QByteArrayView(month, 2);
+        out.table.addRow(reader, bytes.size(), todaysMonth ? quint16(today.day()) : 0);
     }
     out.error = reader.error();
     return out;

@@ -33,6 +33,7 @@ bool LineReader::fill() {
     const qsizetype tail = m_end - m_start;
     if (m_start > 0 && tail > 0)
         std::memmove(m_buffer.data(), m_buffer.constData() + m_start, size_t(tail));
+    m_bufferOffset += m_start;
     m_start = 0;
     m_end = tail;
     if (m_end == m_buffer.size())
@@ -60,6 +61,7 @@ bool LineReader::next(QByteArrayView& line) {
         const char* begin = m_buffer.constData() + m_start;
         const auto* nl = static_cast<const char*>(std::memchr(begin, '\n', size_t(m_end - m_start)));
         if (nl) {
+            m_lineOffset = m_bufferOffset + m_start;
             qsizetype len = nl - begin;
             m_start += len + 1;
             if (len > 0 && begin[len - 1] == '\r')
@@ -71,6 +73,7 @@ bool LineReader::next(QByteArrayView& line) {
             if (!m_error.ok() || m_start == m_end)
                 return false;
             // The last line has no line end.
+            m_lineOffset = m_bufferOffset + m_start;
             qsizetype len = m_end - m_start;
             const char* last = m_buffer.constData() + m_start;
             m_start = m_end;

@@ -20,6 +20,10 @@ public:
     // The error of opening or reading; FileNotFound (53) when the file does not exist.
     const FileError& error() const { return m_error; }
     bool next(QByteArrayView& line);
+    // Where in the file the line last returned by next() starts.
+    qint64 lineOffset() const { return m_lineOffset; }
+    // The open file, for a caller that reads its lines again later; -1 when it could not be opened.
+    int fileDescriptor() const { return m_fd; }
 
 private:
     bool fill();
@@ -30,6 +34,8 @@ private:
     QByteArray m_buffer;
     qsizetype m_start = 0;
     qsizetype m_end = 0;
+    qint64 m_bufferOffset = 0; // the file offset of m_buffer's first byte
+    qint64 m_lineOffset = 0;
     bool m_eof = false;
 };
 
