@@ -38,12 +38,17 @@ void ListTable::addRow(const LineReader& reader, qsizetype lineLength, quint16 n
     m_rows.append({reader.lineOffset(), quint16(std::min<qsizetype>(lineLength, kLastListedColumn)), note});
 }
 
-ListCell ListTable::cell(int row, int column) const {
-    if (row < 0 || row >= listedCount() || column < 0 || column >= columnCount())
+ListRow ListTable::row(int row) const {
+    if (row < 0 || row >= listedCount())
         return {};
     const Row& r = m_rows[row];
-    const RecordLine line(m_lines->line(r.offset, r.length));
-    return cellOf(*m_layout, line, r.note, column, m_scratch);
+    return ListRow(m_layout, m_lines->line(r.offset, r.length), r.note, &m_scratch);
+}
+
+ListCell ListRow::cell(int column) const {
+    if (!m_layout || column < 0 || column >= int(m_layout->columns.size()))
+        return {};
+    return cellOf(*m_layout, RecordLine(m_line), m_note, column, *m_scratch);
 }
 
 QString ListTable::text(int row, int column) const {
