@@ -17,7 +17,7 @@ constexpr ColumnDef kDayColumns[] = {
 // The row's note is the listed day; "Expected" shows its booked time, or four blanks for a pass holder.
 ListCell expectedCell(const RecordLine& line, quint16 day, int, std::array<char, 8>& scratch) {
     const QByteArrayView slot = rawSlot(line, day);
-    if (trimBlanks(slot).isEmpty())
+    if (!isBooked(slot))
         return {"    "};
     return slotCell(slot, scratch);
 }
@@ -34,7 +34,7 @@ BuiltList buildDayList(const QString& dataPath, const QDate& date) {
     QByteArrayView bytes;
     while (reader.next(bytes)) {
         const RecordLine line(bytes);
-        const bool booked = !trimBlanks(rawSlot(line, day)).isEmpty();
+        const bool booked = isBooked(rawSlot(line, day));
         if (booked || passDateInRange(line.columns(936, 10), line.columns(947, 10), dateText))
             out.table.addRow(reader, bytes.size(), quint16(day));
     }

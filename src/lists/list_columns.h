@@ -9,6 +9,7 @@
 
 #include <QByteArrayView>
 #include <QDate>
+#include <algorithm>
 #include <array>
 #include <span>
 
@@ -98,6 +99,10 @@ struct BuiltList {
 ListCell slotCell(QByteArrayView slot, std::array<char, 8>& scratch, TextColour colour = TextColour::Black);
 // The four stored columns of a day's booked-time slot, blanks included.
 QByteArrayView rawSlot(const RecordLine& line, int day);
+// A slot holds a booked time when it is not all blanks. Looked at 31 times a line, so kept small.
+inline bool isBooked(QByteArrayView slot) {
+    return std::any_of(slot.begin(), slot.end(), [](char c) { return c != ' '; });
+}
 
 // The pass-date range test: from <= date <= to, each "dd-mm-yyyy" text taken as the number yymmdd, so by
 // two-digit year first (a date of 2100 sorts before 2099, as it always has).

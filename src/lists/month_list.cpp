@@ -64,9 +64,14 @@ BuiltList buildMonthList(const QString& dataPath, const QDate& month, const QDat
     BuiltList out{ListTable(kMonthLayout, reader), {}};
     QByteArrayView bytes;
     while (reader.next(bytes)) {
-        const RecordLine line(bytes);
+        // The booked times of the whole month at once; a short line has fewer.
+        const QByteArrayView times =
+            RecordLine(bytes).columns(bookedSlotColumn(1), kBookedSlotCount * kBookedSlotWidth);
         for (int day = 1; day <= kBookedSlotCount; ++day) {
-            if (trimBlanks(rawSlot(line, day)).isEmpty())
+            const qsizetype at = qsizetype(day - 1) * kBookedSlotWidth;
+            if (at >= times.size())
+                break;
+            if (!isBooked(times.sliced(at, std::min<qsizetype>(kBookedSlotWidth, times.size() - at))))
                 continue;
             const int rowNumber = monthNumber + day;
             const TextColour colour = rowNumber < todayNumber    ? TextColour::Grey

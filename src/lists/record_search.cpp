@@ -64,7 +64,7 @@ constexpr ColumnDef kSearchColumns[] = {
 ListCell arrivalCell(const RecordLine& line, quint16, int, std::array<char, 8>& scratch) {
     for (int day = 1; day <= kBookedSlotCount; ++day) {
         const QByteArrayView slot = rawSlot(line, day);
-        if (!trimBlanks(slot).isEmpty())
+        if (isBooked(slot))
             return slotCell(slot, scratch);
     }
     return {};
