@@ -11,6 +11,7 @@
 #include <QDate>
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <span>
 
 namespace porvane {
@@ -101,6 +102,8 @@ ListCell slotCell(QByteArrayView slot, std::array<char, 8>& scratch, TextColour 
 QByteArrayView rawSlot(const RecordLine& line, int day);
 // A slot holds a booked time when it is not all blanks. Looked at 31 times a line, so kept small.
 inline bool isBooked(QByteArrayView slot) {
+    if (slot.size() == 4)
+        return std::memcmp(slot.data(), "    ", 4) != 0;
     return std::any_of(slot.begin(), slot.end(), [](char c) { return c != ' '; });
 }
 

@@ -5,6 +5,7 @@
 #include <QIODevice>
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace porvane {
 
@@ -54,10 +55,13 @@ public:
     void field(QByteArrayView bytes) {
         qsizetype from = 0;
         qsizetype to = bytes.size();
-        while (from < to && classOf(bytes[from]) & kBlank)
-            ++from;
+        // Stored cells are padded with blanks: eight at a time first.
+        while (to - from >= 8 && std::memcmp(bytes.data() + to - 8, "        ", 8) == 0)
+            to -= 8;
         while (to > from && classOf(bytes[to - 1]) & kBlank)
             --to;
+        while (from < to && classOf(bytes[from]) & kBlank)
+            ++from;
         quint8 classes = 0;
         for (qsizetype i = from; i < to; ++i)
             classes |= classOf(bytes[i]);

@@ -66,12 +66,16 @@ FileError readWholeFile(const QString& path, QByteArray& bytes) {
     const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
     if (fd < 0)
         return FileError::fromErrno(errno, path);
+    // Read straight into the array, sized from the file (one byte more, so the end is seen without growing)
+    // and grown should the file grow meanwhile.
     struct stat st {};
-    if (::fstat(fd, &st) == 0 && st.st_size > 0)
-        bytes.reserve(qsizetype(st.st_size));
-    char chunk[256 * 1024];
+    const bool sized = ::fstat(fd, &st) == 0 && st.st_size > 0;
+    bytes.resize(sized ? qsizetype(st.st_size) + 1 : 256 * 1024);
+    qsizetype size = 0;
     for (;;) {
-        const ssize_t n = ::read(fd, chunk, sizeof chunk);
+        if (size == bytes.size())
+            bytes.resize(2 * size);
+        const ssize_t n = ::read(fd, bytes.data() + size, size_t(bytes.size() - size));
         if (n < 0 && errno == EINTR)
             continue;
         if (n < 0) {
@@ -82,9 +86,10 @@ FileError readWholeFile(const QString& path, QByteArray& bytes) {
         }
         if (n == 0)
             break;
-        bytes.append(chunk, n);
+        size += n;
     }
     ::close(fd);
+    bytes.resize(size);
     return {};
 }
 
