@@ -1,6 +1,7 @@
 #include "lists/list_columns.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace porvane {
 
@@ -61,6 +62,21 @@ int valNumber(QByteArrayView text) {
 }
 
 int passDateNumber(QByteArrayView date) {
+    // Nearly every stored pass date is "dd-mm-yyyy" or blank, and every line of every month is tested: those
+    // two are read without the general reading below, which gives the same numbers.
+    if (date.size() == 10) {
+        const auto digit = [&](int i) {
+            return int(static_cast<unsigned char>(date[i])) - '0';
+        };
+        const auto isDigit = [&](int i) {
+            return unsigned(digit(i)) < 10;
+        };
+        if (isDigit(0) && isDigit(1) && isDigit(3) && isDigit(4) && isDigit(8) && isDigit(9))
+            return ((digit(8) * 10 + digit(9)) * 100 + digit(3) * 10 + digit(4)) * 100 + digit(0) * 10 +
+                   digit(1);
+        if (std::memcmp(date.data(), "          ", 10) == 0)
+            return 0;
+    }
     char yymmdd[6];
     qsizetype len = 0;
     // Characters 9-10, 4-5 and 1-2 of "dd-mm-yyyy"; a short text gives what it has.
