@@ -19,7 +19,8 @@ def results(name):
 
 
 def means(name):
-    return [r["mean"] * 1000 for r in results(name)]
+    # The fastest of the runs: on a machine that others share it is the one least disturbed by their work.
+    return [r["min"] * 1000 for r in results(name)]
 
 
 def peak_mib(name):
@@ -42,12 +43,19 @@ def verdict(ok):
     return "met" if ok else "MISSED"
 
 
+instructions = {}
+with open(os.path.join(out, "instructions.txt")) as f:
+    for line in f:
+        name, count = line.split()
+        instructions[name] = int(count)
+
 goals = []
 
 
-def goal(work, baseline, cmd, base, target, extra=""):
+def goal(work, baseline, cmd, base, target, counted=None):
     ratio = cmd / base
-    goals.append((work, f"{cmd:.1f}", baseline, f"{base:.1f}", f"{ratio:.2f}", f"<= {target}" + extra,
+    inst = f"{instructions[counted[0]] / instructions[counted[1]]:.2f}" if counted else ""
+    goals.append((work, f"{cmd:.1f}", baseline, f"{base:.1f}", f"{ratio:.2f}", inst, f"<= {target}",
                   verdict(ratio <= target)))
 
 
@@ -56,31 +64,38 @@ goal("porvane-admin start-up (a refused command line)", "`true`", startup, true,
 for work, name, target in [("list day", "list_day", 1.5), ("search NAME", "search_name", 1.5),
                            ("list month", "list_month", 2)]:
     cmd, base = means(f"{name}_15000")
-    goal(work, "`grep -c` reading the whole month", cmd, base, target)
+    goal(work, "`grep -c` reading the whole month", cmd, base, target, (name, "grep"))
 cmd, base = means("search_any_15000")
-goal("search ANY TEXT", "`grep -ic` reading the whole month", cmd, base, 1.5)
+goal("search ANY TEXT", "`grep -ic` reading the whole month", cmd, base, 1.5, ("search_any", "grep_i"))
 cmd, base = means("onsite_15000")
 goal("on-site rebuild and list, 13 months", "`cat` of the 13 files", cmd, base, 1.5)
 onsite_growth = means("onsite_60000")[0] / means("onsite_15000")[0]
-goals.append(("on-site, 60,000 / 15,000 a month", "", "", "", f"{onsite_growth:.2f}", "<= 4.4",
+goals.append(("on-site, 60,000 / 15,000 a month", "", "", "", f"{onsite_growth:.2f}", "", "<= 4.4",
               verdict(onsite_growth <= 4.4)))
 upd, dd = means("update")
 goal("update in the 15,000-line month", "`dd conv=fsync` of the file", upd, dd, 1.5)
 shown = inproc_ms("BM_DeskMonthListShown/real_time")
-growth = google["BM_DeskMonthListShown/real_time"].get("rss_growth_MiB", float("nan"))
-goals.append(("desk: month list of 15,000 bookings shown", "", f"{shown:.1f}", "", "", "<= 15 ms",
-              verdict(shown <= 15)))
-goals.append(("desk: memory growth for that list", "", f"{growth:.1f} MiB", "", "", "<= 5 MiB",
+with open(os.path.join(out, "google_desk.json")) as f:
+    growth = json.load(f)["benchmarks"][0].get("rss_growth_MiB", float("nan"))
+shown_cpu = google["BM_DeskMonthListShown/real_time"]["cpu_time"] * inproc_ms(
+    "BM_DeskMonthListShown/real_time") / google["BM_DeskMonthListShown/real_time"]["real_time"]
+goals.append(("desk: month list of 15,000 bookings shown (wall; CPU in brackets)", f"{shown:.1f} ({shown_cpu:.1f})",
+              "", "", "", "", "<= 15 ms", verdict(shown <= 15)))
+goals.append(("desk: memory growth for that list", "", f"{growth:.1f} MiB", "", "", "", "<= 5 MiB",
               verdict(growth <= 5)))
 streaming = ["list_day", "list_month", "search_name", "search_any", "onsite"]
 worst = max(peak_mib(f"{n}_60000") for n in streaming)
-goals.append(("peak memory of the list commands at 60,000", "", f"{worst:.1f} MiB", "", "", "<= 16 MiB",
+goals.append(("peak memory of the list commands at 60,000", "", f"{worst:.1f} MiB", "", "", "", "<= 16 MiB",
               verdict(worst <= 16)))
 
 print("### Goals\n")
-print("Each ratio is taken within this run, with the command and its baseline timed side by side.\n")
-print("| work | command ms | baseline | baseline ms | ratio | goal | |")
-print("|---|---:|---|---:|---:|---|---|")
+print("Each ratio is taken within this run, with the command and its baseline timed side by side; times are "
+      "the fastest of the runs.\n")
+print("Instructions: user-space instructions of the command over grep's (callgrind), steady where times are "
+      "not; the kernel's work (reading the file) is the same for both and not in them. `cat` and `dd` do "
+      "nearly all their work in the kernel, so they get no such ratio.\n")
+print("| work | command ms | baseline | baseline ms | ratio | instructions ratio | goal | |")
+print("|---|---:|---|---:|---:|---:|---|---|")
 for row in goals:
     print("| " + " | ".join(row) + " |")
 
@@ -92,6 +107,12 @@ for name in streaming:
         cmd, base = means(f"{name}_{size}")
         print(f"| {name.replace('_', ' ')} | {size:,} | {cmd:.1f} | {base:.1f} | {cmd / base:.2f} "
               f"| {peak_mib(f'{name}_{size}'):.1f} |")
+
+print("\n### Instructions (callgrind, 15,000 bookings a month)\n")
+print("| command | instructions |")
+print("|---|---:|")
+for name, count in instructions.items():
+    print(f"| {name.replace('_', ' ')} | {count:,} |")
 
 print("\n### What the baselines read (strace)\n")
 print("| N | month file bytes | `grep -c` read | `grep -ic` read | 13 files bytes | `cat` read |")
