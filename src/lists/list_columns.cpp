@@ -24,23 +24,6 @@ ListCell slotCell(QByteArrayView slot, std::array<char, 8>& scratch, TextColour 
     return {QByteArrayView(scratch.data(), out - scratch.data()), colour};
 }
 
-ListCell cellOf(const ListLayout& layout, const RecordLine& line, quint16 note, int column,
-                std::array<char, 8>& scratch) {
-    const ColumnDef& def = layout.columns[std::size_t(column)];
-    const TextColour colour = column == 0 || !layout.rowColour ? TextColour::Black : layout.rowColour(note);
-    switch (def.shown) {
-    case Shown::AsRead:
-        return {line.columns(def.column, def.size), colour};
-    case Shown::Trimmed:
-        return {trimBlanks(line.columns(def.column, def.size)), colour};
-    case Shown::PassType:
-        return {passTypeText(line.columns(def.column, 1)), colour};
-    case Shown::Own:
-        break;
-    }
-    return layout.ownCell(line, note, column, scratch);
-}
-
 QByteArrayView rawSlot(const RecordLine& line, int day) {
     return line.columns(bookedSlotColumn(day), kBookedSlotWidth);
 }

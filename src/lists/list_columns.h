@@ -83,9 +83,47 @@ struct ListLayout {
     TextColour (*rowColour)(quint16 note) = nullptr; // black when there is none
 };
 
-// The cell of one column of a row; `scratch` holds a cell that is not stored as it shows.
-ListCell cellOf(const ListLayout& layout, const RecordLine& line, quint16 note, int column,
-                std::array<char, 8>& scratch);
+// The cell of one column of a row; `scratch` holds a cell that is not stored as it shows. Inline, with the
+// row below: porvane-admin asks for every cell of every row of a month.
+inline ListCell cellOf(const ListLayout& layout, const RecordLine& line, quint16 note, int column,
+                       std::array<char, 8>& scratch) {
+    const ColumnDef& def = layout.columns[std::size_t(column)];
+    const TextColour colour = column == 0 || !layout.rowColour ? TextColour::Black : layout.rowColour(note);
+    switch (def.shown) {
+    case Shown::AsRead:
+        return {line.columns(def.column, def.size), colour};
+    case Shown::Trimmed:
+        return {trimBlanks(line.columns(def.column, def.size)), colour};
+    case Shown::PassType:
+        return {passTypeText(line.columns(def.column, 1)), colour};
+    case Shown::Own:
+        break;
+    }
+    return layout.ownCell(line, note, column, scratch);
+}
+
+// One listed row's cells, taken in turn from its line, which is read once; valid until the table reads
+// another line. A cell's bytes are valid until the next cell is asked for.
+class ListRow {
+public:
+    ListRow() = default;
+    ListRow(const ListLayout* layout, QByteArrayView line, quint16 note, std::array<char, 8>* scratch)
+        : m_layout(layout)
+        , m_line(line)
+        , m_note(note)
+        , m_scratch(scratch) {}
+    ListCell cell(int column) const {
+        if (!m_layout || column < 0 || column >= int(m_layout->columns.size()))
+            return {};
+        return cellOf(*m_layout, RecordLine(m_line), m_note, column, *m_scratch);
+    }
+
+private:
+    const ListLayout* m_layout = nullptr; // none for a row past the listed ones: every cell empty
+    QByteArrayView m_line;
+    quint16 m_note = 0;
+    std::array<char, 8>* m_scratch = nullptr;
+};
 
 // The last column any list shows: a line is read again only as far as this.
 inline constexpr int kLastListedColumn = 1060 + 31 * 4 - 1;

@@ -45,10 +45,8 @@ ListRow ListTable::row(int row) const {
     return ListRow(m_layout, m_lines->line(r.offset, r.length), r.note, &m_scratch);
 }
 
-ListCell ListRow::cell(int column) const {
-    if (!m_layout || column < 0 || column >= int(m_layout->columns.size()))
-        return {};
-    return cellOf(*m_layout, RecordLine(m_line), m_note, column, *m_scratch);
+ListCell ListTable::cell(int row, int column) const {
+    return this->row(row).cell(column);
 }
 
 QString ListTable::text(int row, int column) const {

@@ -30,24 +30,7 @@ struct ListCell {
     TextColour colour = TextColour::Black;
 };
 
-// One listed row's cells, taken in turn from its line, which is read once; valid until the table reads
-// another line. A cell's bytes are valid until the next cell is asked for.
-class ListRow {
-public:
-    ListRow() = default;
-    ListRow(const ListLayout* layout, QByteArrayView line, quint16 note, std::array<char, 8>* scratch)
-        : m_layout(layout)
-        , m_line(line)
-        , m_note(note)
-        , m_scratch(scratch) {}
-    ListCell cell(int column) const;
-
-private:
-    const ListLayout* m_layout = nullptr; // none for a row past the listed ones: every cell empty
-    QByteArrayView m_line;
-    quint16 m_note = 0;
-    std::array<char, 8>* m_scratch = nullptr;
-};
+class ListRow;
 
 // What a list builder produces and the grid, list printing and porvane-admin show as it is: the columns,
 // the rows, the two row colours and the count. A row is only where its line lies in the file the list was
@@ -76,7 +59,7 @@ public:
 
     // Rows and columns from 0; rows past the listed ones are empty and black.
     ListRow row(int row) const;
-    ListCell cell(int row, int column) const { return this->row(row).cell(column); }
+    ListCell cell(int row, int column) const;
     QString text(int row, int column) const;
     TextColour textColour(int row, int column) const { return cell(row, column).colour; }
     quint32 rowColour(int row) const { return rowColours[std::size_t(row % 2)]; }

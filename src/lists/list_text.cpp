@@ -1,5 +1,6 @@
 #include "lists/list_text.h"
 
+#include "lists/list_columns.h"
 #include "store/windows1252.h"
 
 #include <QIODevice>
