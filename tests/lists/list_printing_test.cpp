@@ -114,8 +114,9 @@ TEST_F(ListPrintingTest, adminListsKeepTheirColumnsWhole) {
         EXPECT_EQ(lines.size(), 1 + rows) << args.join(u' ').toStdString();
         for (const QString& line : lines) {
             EXPECT_EQ(line.count(u'\t'), columns - 1) << line.toStdString();
-            EXPECT_FALSE(std::any_of(line.begin(), line.end(), [](QChar c) { return c < u' ' && c != u'\t'; }))
-                << line.toStdString();
+            EXPECT_FALSE(std::any_of(line.begin(), line.end(), [](QChar c) {
+                return c < u' ' && c != u'\t';
+            })) << line.toStdString();
         }
         return lines;
     };
