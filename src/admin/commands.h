@@ -25,12 +25,13 @@ struct Command {
     const char* name;
     const char* synopsis; // arguments after the name, for the usage text
     CommandFunction run;
-    // Draws with fonts (passes) and so needs a GUI application; the others start without one, which is
-    // most of the start-up time of a quick list.
-    bool draws = false;
+    // The sibling program that runs the command instead (pass printing needs Qt Gui, which the other
+    // commands never load: loading it was most of the start-up time of a quick list).
+    const char* program = nullptr;
 };
 
-// The commands porvane-admin knows; each lives in <name>_command.cpp and is one row of the table in main.cpp.
+// The commands the program knows; each lives in <name>_command.cpp and is one row of the table in the
+// program's main file (admin_main.cpp, pass_main.cpp).
 std::span<const Command> commandTable();
 
 // Prints the usage text with the table's commands to stderr and returns 2.

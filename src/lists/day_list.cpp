@@ -14,26 +14,29 @@ constexpr ColumnDef kDayColumns[] = {
     kColPassEnds,     kColCarReg,    kColReportsTo, kColDepartment,   kColContact,
 };
 
+// The row's note is the listed day; "Expected" shows its booked time, or four blanks for a pass holder.
+ListCell expectedCell(const RecordLine& line, quint16 day, int, std::array<char, 8>& scratch) {
+    const QByteArrayView slot = rawSlot(line, day);
+    if (!isBooked(slot))
+        return {"    "};
+    return slotCell(slot, scratch);
+}
+
+constexpr ListLayout kDayLayout{kDayColumns, 0xE0E0E0, expectedCell};
+
 } // namespace
 
 BuiltList buildDayList(const QString& dataPath, const QDate& date) {
-    BuiltList out{tableWithColumns(kDayColumns, QColor(0xE0, 0xE0, 0xE0)), {}};
     const QByteArray dateText = storedDate(date);
     const int day = date.day();
     LineReader reader(monthFileOf(dataPath, date));
+    BuiltList out{ListTable(kDayLayout, reader), {}};
     QByteArrayView bytes;
     while (reader.next(bytes)) {
         const RecordLine line(bytes);
-        const QByteArrayView slot = rawSlot(line, day);
-        const bool booked = !trimBlanks(slot).isEmpty();
-        if (!booked && !passDateInRange(line.columns(936, 10), line.columns(947, 10), dateText))
-            continue;
-        addLineRow(out.table, line, kDayColumns, TextColour::Black, [&](ListTable& table, int) {
-            if (booked)
-                addSlotCell(table, slot);
-            else
-                table.addCell("    ");
-        });
+        const bool booked = isBooked(rawSlot(line, day));
+        if (booked || passDateInRange(line.columns(936, 10), line.columns(947, 10), dateText))
+            out.table.addRow(reader, bytes.size(), quint16(day));
     }
     out.error = reader.error();
     return out;

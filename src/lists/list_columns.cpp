@@ -1,25 +1,9 @@
 #include "lists/list_columns.h"
 
-#include <QCoreApplication>
+#include <algorithm>
+#include <cstring>
 
 namespace porvane {
-
-ListTable tableWithColumns(std::span<const ColumnDef> defs, const QColor& secondRowColour) {
-    ListTable table;
-    table.columns.reserve(qsizetype(defs.size()));
-    for (const ColumnDef& def : defs)
-        table.columns.append({QCoreApplication::translate("ListColumns", def.header), def.width,
-                              def.left ? Qt::Alignment(Qt::AlignLeft) : Qt::Alignment(Qt::AlignHCenter)});
-    table.rowColours = {QColor(0xFF, 0xFF, 0xFF), secondRowColour};
-    return table;
-}
-
-qsizetype rowTextWidth(std::span<const ColumnDef> defs) {
-    qsizetype width = 0;
-    for (const ColumnDef& def : defs)
-        width += def.shown == Shown::Own || def.shown == Shown::PassType ? 5 : def.size; // "hh:mm", "Month"
-    return width;
-}
 
 QByteArrayView passTypeText(QByteArrayView letter) {
     if (letter == "D")
@@ -31,10 +15,13 @@ QByteArrayView passTypeText(QByteArrayView letter) {
     return {};
 }
 
-void addSlotCell(ListTable& table, QByteArrayView slot, TextColour colour) {
-    table.addCell(slot.first(std::min<qsizetype>(2, slot.size())), colour);
-    table.extendCell(":");
-    table.extendCell(slot.last(std::min<qsizetype>(2, slot.size())));
+ListCell slotCell(QByteArrayView slot, std::array<char, 8>& scratch, TextColour colour) {
+    const qsizetype half = std::min<qsizetype>(2, slot.size());
+    char* out = scratch.data();
+    out = std::copy_n(slot.data(), half, out);
+    *out++ = ':';
+    out = std::copy_n(slot.data() + slot.size() - half, half, out);
+    return {QByteArrayView(scratch.data(), out - scratch.data()), colour};
 }
 
 QByteArrayView rawSlot(const RecordLine& line, int day) {
@@ -58,6 +45,21 @@ int valNumber(QByteArrayView text) {
 }
 
 int passDateNumber(QByteArrayView date) {
+    // Nearly every stored pass date is "dd-mm-yyyy" or blank, and every line of every month is tested: those
+    // two are read without the general reading below, which gives the same numbers.
+    if (date.size() == 10) {
+        const auto digit = [&](int i) {
+            return int(static_cast<unsigned char>(date[i])) - '0';
+        };
+        const auto isDigit = [&](int i) {
+            return unsigned(digit(i)) < 10;
+        };
+        if (isDigit(0) && isDigit(1) && isDigit(3) && isDigit(4) && isDigit(8) && isDigit(9))
+            return ((digit(8) * 10 + digit(9)) * 100 + digit(3) * 10 + digit(4)) * 100 + digit(0) * 10 +
+                   digit(1);
+        if (std::memcmp(date.data(), "          ", 10) == 0)
+            return 0;
+    }
     char yymmdd[6];
     qsizetype len = 0;
     // Characters 9-10, 4-5 and 1-2 of "dd-mm-yyyy"; a short text gives what it has.

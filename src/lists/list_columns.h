@@ -9,6 +9,9 @@
 
 #include <QByteArrayView>
 #include <QDate>
+#include <algorithm>
+#include <array>
+#include <cstring>
 #include <span>
 
 namespace porvane {
@@ -70,48 +73,77 @@ inline constexpr ColumnDef kColExpected{
 // The pass period letter shown as "Day", "Week" or "Month"; anything else shows nothing.
 QByteArrayView passTypeText(QByteArrayView letter);
 
+// How one list makes its rows' cells from their booking lines: its columns, its second row colour (the first
+// is always white) and the cells it fills itself (booked times, day, arrival and departure) from the line and
+// the note it keeps for the row. Cells of columns after the first take the row's colour.
+struct ListLayout {
+    std::span<const ColumnDef> columns;
+    quint32 secondRowColour; // 0xRRGGBB
+    ListCell (*ownCell)(const RecordLine& line, quint16 note, int column, std::array<char, 8>& scratch);
+    TextColour (*rowColour)(quint16 note) = nullptr; // black when there is none
+};
+
+// The cell of one column of a row; `scratch` holds a cell that is not stored as it shows. Inline, with the
+// row below: porvane-admin asks for every cell of every row of a month.
+inline ListCell cellOf(const ListLayout& layout, const RecordLine& line, quint16 note, int column,
+                       std::array<char, 8>& scratch) {
+    const ColumnDef& def = layout.columns[std::size_t(column)];
+    const TextColour colour = column == 0 || !layout.rowColour ? TextColour::Black : layout.rowColour(note);
+    switch (def.shown) {
+    case Shown::AsRead:
+        return {line.columns(def.column, def.size), colour};
+    case Shown::Trimmed:
+        return {trimBlanks(line.columns(def.column, def.size)), colour};
+    case Shown::PassType:
+        return {passTypeText(line.columns(def.column, 1)), colour};
+    case Shown::Own:
+        break;
+    }
+    return layout.ownCell(line, note, column, scratch);
+}
+
+// One listed row's cells, taken in turn from its line, which is read once; valid until the table reads
+// another line. A cell's bytes are valid until the next cell is asked for.
+class ListRow {
+public:
+    ListRow() = default;
+    ListRow(const ListLayout* layout, QByteArrayView line, quint16 note, std::array<char, 8>* scratch)
+        : m_layout(layout)
+        , m_line(line)
+        , m_note(note)
+        , m_scratch(scratch) {}
+    ListCell cell(int column) const {
+        if (!m_layout || column < 0 || column >= int(m_layout->columns.size()))
+            return {};
+        return cellOf(*m_layout, RecordLine(m_line), m_note, column, *m_scratch);
+    }
+
+private:
+    const ListLayout* m_layout = nullptr; // none for a row past the listed ones: every cell empty
+    QByteArrayView m_line;
+    quint16 m_note = 0;
+    std::array<char, 8>* m_scratch = nullptr;
+};
+
+// The last column any list shows: a line is read again only as far as this.
+inline constexpr int kLastListedColumn = 1060 + 31 * 4 - 1;
+
 // A list as built: the table, and the file error that stopped the reading (the rows read before it stay).
 struct BuiltList {
     ListTable table;
     FileError error;
 };
 
-// The most text one row of these columns can hold.
-qsizetype rowTextWidth(std::span<const ColumnDef> defs);
-
-// An empty table with these columns and second row colour (the first is always white).
-ListTable tableWithColumns(std::span<const ColumnDef> defs, const QColor& secondRowColour);
-
-// Appends one row for a booking line. Cells of columns after the first take `colour`; Own columns are
-// filled by own(table, index) in their turn.
-template <typename Own>
-void addLineRow(ListTable& table, const RecordLine& line, std::span<const ColumnDef> defs, TextColour colour,
-                Own&& own) {
-    table.beginRow();
-    for (std::size_t i = 0; i < defs.size(); ++i) {
-        const ColumnDef& def = defs[i];
-        const TextColour c = i == 0 ? TextColour::Black : colour;
-        switch (def.shown) {
-        case Shown::AsRead:
-            table.addCell(line.columns(def.column, def.size), c);
-            break;
-        case Shown::Trimmed:
-            table.addCell(trimBlanks(line.columns(def.column, def.size)), c);
-            break;
-        case Shown::PassType:
-            table.addCell(passTypeText(line.columns(def.column, 1)), c);
-            break;
-        case Shown::Own:
-            own(table, int(i));
-            break;
-        }
-    }
-}
-
 // A booked-time slot shown as its first two characters, ":" and its last two (0930 -> 09:30).
-void addSlotCell(ListTable& table, QByteArrayView slot, TextColour colour = TextColour::Black);
+ListCell slotCell(QByteArrayView slot, std::array<char, 8>& scratch, TextColour colour = TextColour::Black);
 // The four stored columns of a day's booked-time slot, blanks included.
 QByteArrayView rawSlot(const RecordLine& line, int day);
+// A slot holds a booked time when it is not all blanks. Looked at 31 times a line, so kept small.
+inline bool isBooked(QByteArrayView slot) {
+    if (slot.size() == 4)
+        return std::memcmp(slot.data(), "    ", 4) != 0;
+    return std::any_of(slot.begin(), slot.end(), [](char c) { return c != ' '; });
+}
 
 // The pass-date range test: from <= date <= to, each "dd-mm-yyyy" text taken as the number yymmdd, so by
 // two-digit year first (a date of 2100 sorts before 2099, as it always has).

@@ -177,8 +177,9 @@ QString ListPrinting::print(QPagedPaintDevice& device, const ListTable& table, i
         const int last = std::min(rows, first + rowsPerPage);
         for (int r = first; r < last; ++r) {
             top += rowHeight;
-            drawRow(top, table.rowColour(r), cellFont, [&](int c) {
-                return std::pair{table.text(r, c).trimmed(), textColourValue(table.textColour(r, c))};
+            drawRow(top, QColor::fromRgb(table.rowColour(r)), cellFont, [&](int c) {
+                return std::pair{table.text(r, c).trimmed(),
+                                 QColor::fromRgb(textColourRgb(table.textColour(r, c)))};
             });
         }
         painter.setPen(QPen(lineColour, 0));

@@ -1,73 +1,56 @@
 #include "lists/list_table.h"
 
+#include "lists/list_columns.h"
+#include "store/line_reader.h"
 #include "store/windows1252.h"
+
+#include <QCoreApplication>
 
 namespace porvane {
 
-QColor textColourValue(TextColour colour) {
+quint32 textColourRgb(TextColour colour) {
     switch (colour) {
     case TextColour::Grey:
-        return {0x80, 0x80, 0x80};
+        return 0x808080;
     case TextColour::DarkBlue:
-        return {0x00, 0x00, 0xA0};
+        return 0x0000A0;
     case TextColour::Red:
-        return {0xFF, 0x00, 0x00};
+        return 0xFF0000;
     case TextColour::Green:
-        return {0x00, 0x80, 0x00};
+        return 0x008000;
     case TextColour::Black:
         break;
     }
-    return {0x00, 0x00, 0x00};
+    return 0x000000;
 }
 
-QByteArrayView ListTable::bytes(int row, int column) const {
-    if (row < 0 || row >= listedCount() || column < 0 || column >= columnCount())
+ListTable::ListTable(const ListLayout& layout, const LineReader& reader)
+    : rowColours{0xFFFFFF, layout.secondRowColour}
+    , m_layout(&layout)
+    , m_lines(std::make_shared<LineCache>(reader.handle())) {
+    columns.reserve(qsizetype(layout.columns.size()));
+    for (const ColumnDef& def : layout.columns)
+        columns.append({QCoreApplication::translate("ListColumns", def.header), def.width,
+                        def.left ? Qt::Alignment(Qt::AlignLeft) : Qt::Alignment(Qt::AlignHCenter)});
+}
+
+void ListTable::addRow(const LineReader& reader, qsizetype lineLength, quint16 note) {
+    m_rows.append({reader.lineOffset(), quint16(std::min<qsizetype>(lineLength, kLastListedColumn)), note});
+}
+
+ListRow ListTable::row(int row) const {
+    if (row < 0 || row >= listedCount())
         return {};
-    const qsizetype i = cellIndex(row, column);
-    const quint32 from = i == 0 ? 0 : m_cellEnds[i - 1];
-    return QByteArrayView(m_text.constData() + from, m_cellEnds[i] - from);
+    const Row& r = m_rows[row];
+    return ListRow(m_layout, m_lines->line(r.offset, r.length), r.note, &m_scratch);
+}
+
+ListCell ListTable::cell(int row, int column) const {
+    return this->row(row).cell(column);
 }
 
 QString ListTable::text(int row, int column) const {
-    return fromWindows1252(bytes(row, column));
-}
-
-TextColour ListTable::textColour(int row, int column) const {
-    if (row < 0 || row >= listedCount() || column < 0 || column >= columnCount())
-        return TextColour::Black;
-    return m_colours[cellIndex(row, column)];
-}
-
-void ListTable::reserve(int rows, qsizetype textBytes) {
-    m_text.reserve(textBytes);
-    m_rowStarts.reserve(rows);
-    m_cellEnds.reserve(qsizetype(rows) * columns.size());
-    m_colours.reserve(qsizetype(rows) * columns.size());
-}
-
-void ListTable::beginRow() {
-    m_rowStarts.append(quint32(m_cellEnds.size()));
-}
-
-void ListTable::addCell(QByteArrayView bytes, TextColour colour) {
-    m_text.append(bytes);
-    m_cellEnds.append(quint32(m_text.size()));
-    m_colours.append(colour);
-}
-
-void ListTable::extendCell(QByteArrayView bytes) {
-    m_text.append(bytes);
-    m_cellEnds.last() = quint32(m_text.size());
-}
-
-void ListTable::truncate(int rows) {
-    if (rows >= listedCount())
-        return;
-    const quint32 cells = m_rowStarts[rows];
-    m_rowStarts.resize(rows);
-    m_cellEnds.resize(cells);
-    m_colours.resize(cells);
-    m_text.resize(cells == 0 ? 0 : m_cellEnds.last());
+    return fromWindows1252(cell(row, column).bytes);
 }
 
 } // namespace porvane

@@ -1,17 +1,22 @@
 #pragma once
 
-#include <QByteArray>
+#include "lists/line_cache.h"
+
 #include <QByteArrayView>
-#include <QColor>
 #include <QList>
 #include <QString>
 #include <array>
+#include <memory>
 
 namespace porvane {
 
+class LineReader;
+struct ListLayout;
+
 // The text colours a list cell can take, as the desk has always coloured its lists.
 enum class TextColour : quint8 { Black, Grey, DarkBlue, Red, Green };
-QColor textColourValue(TextColour colour);
+// As 0xRRGGBB; the grid and the printer make their colours of it.
+quint32 textColourRgb(TextColour colour);
 
 struct ListColumn {
     QString header;
@@ -19,48 +24,60 @@ struct ListColumn {
     Qt::Alignment alignment = Qt::AlignCenter;
 };
 
+// One cell: its stored Windows-1252 bytes, valid until the table is asked for another cell, and its colour.
+struct ListCell {
+    QByteArrayView bytes;
+    TextColour colour = TextColour::Black;
+};
+
+class ListRow;
+
 // What a list builder produces and the grid, list printing and porvane-admin show as it is: the columns,
-// one row of cells per listed entry, the two row colours and the count. Cell texts are kept as the stored
-// Windows-1252 bytes in one buffer and turned into text only when a cell is asked for, so a month of tens
-// of thousands of rows costs a few allocations, not one per cell.
+// the rows, the two row colours and the count. A row is only where its line lies in the file the list was
+// read from and a small note of the list's own (the day of a month list's row); its cells are made from the
+// line when they are asked for. The file is kept open, so a month replaced by another desk meanwhile still
+// shows as it was read, and a month of tens of thousands of rows costs a few hundred kilobytes.
 class ListTable {
 public:
     static constexpr int kTrailingEmptyRows = 50;
 
+    // A table without rows or columns.
+    ListTable() = default;
+    // An empty table with the layout's columns over the file the reader reads; rows are added as it reads.
+    ListTable(const ListLayout& layout, const LineReader& reader);
+
     QList<ListColumn> columns;
-    std::array<QColor, 2> rowColours{QColor(0xFF, 0xFF, 0xFF), QColor(0xE0, 0xE0, 0xE0)};
+    std::array<quint32, 2> rowColours{0xFFFFFF, 0xE0E0E0}; // 0xRRGGBB
     // Empty rows the grid shows after the last entry.
     int trailingEmptyRows = kTrailingEmptyRows;
 
     int columnCount() const { return int(columns.size()); }
     // The listed rows; ListedCount takes this number.
-    int listedCount() const { return int(m_rowStarts.size()); }
+    int listedCount() const { return int(m_rows.size()); }
     // The rows the grid shows: the listed ones and the empty ones after them.
     int gridRowCount() const { return listedCount() + trailingEmptyRows; }
 
     // Rows and columns from 0; rows past the listed ones are empty and black.
-    QByteArrayView bytes(int row, int column) const;
+    ListRow row(int row) const;
+    ListCell cell(int row, int column) const;
     QString text(int row, int column) const;
-    TextColour textColour(int row, int column) const;
-    const QColor& rowColour(int row) const { return rowColours[std::size_t(row % 2)]; }
+    TextColour textColour(int row, int column) const { return cell(row, column).colour; }
+    quint32 rowColour(int row) const { return rowColours[std::size_t(row % 2)]; }
 
-    // Building, row by row: every row gets exactly columnCount() cells. Reserving room for the rows and their
-    // text up front spares a long list the copies and fresh pages of growing step by step.
-    void reserve(int rows, qsizetype textBytes);
-    void beginRow();
-    void addCell(QByteArrayView bytes, TextColour colour = TextColour::Black);
-    // Appends to the last cell added.
-    void extendCell(QByteArrayView bytes);
-    // Drops the rows from `rows` on.
-    void truncate(int rows);
+    // Adds a row for the line the reader returned last, with the list's note for it.
+    void addRow(const LineReader& reader, qsizetype lineLength, quint16 note = 0);
 
 private:
-    qsizetype cellIndex(int row, int column) const { return m_rowStarts[row] + column; }
+    struct Row {
+        qint64 offset;
+        quint16 length; // as far as any cell reaches
+        quint16 note;
+    };
 
-    QByteArray m_text;
-    QList<quint32> m_cellEnds; // end offset in m_text of each cell, row after row
-    QList<TextColour> m_colours;
-    QList<quint32> m_rowStarts; // index of each row's first cell
+    const ListLayout* m_layout = nullptr;
+    std::shared_ptr<LineCache> m_lines;
+    QList<Row> m_rows;
+    mutable std::array<char, 8> m_scratch{}; // a cell that is not stored as it shows ("09:30")
 };
 
 } // namespace porvane

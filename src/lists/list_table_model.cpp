@@ -1,6 +1,7 @@
 #include "lists/list_table_model.h"
 
 #include <QBrush>
+#include <QColor>
 #include <QSize>
 
 namespace porvane {
@@ -22,9 +23,9 @@ QVariant ListTableModel::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(m_table.columns[column].alignment | Qt::AlignVCenter);
     case Qt::ForegroundRole:
-        return QBrush(textColourValue(m_table.textColour(row, column)));
+        return QBrush(QColor::fromRgb(textColourRgb(m_table.textColour(row, column))));
     case Qt::BackgroundRole:
-        return QBrush(m_table.rowColour(row));
+        return QBrush(QColor::fromRgb(m_table.rowColour(row)));
     default:
         return {};
     }

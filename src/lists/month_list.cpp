@@ -2,7 +2,6 @@
 
 #include "store/line_reader.h"
 
-#include <QFileInfo>
 #include <QtGlobal>
 
 namespace porvane {
@@ -32,6 +31,26 @@ constexpr ColumnDef kMonthColumns[] = {
 
 constexpr int kDayColumn = 4;
 
+// A row's note: its day of the month, and its colour against today above it.
+quint16 rowNote(int day, TextColour colour) {
+    return quint16(day | int(colour) << 8);
+}
+
+TextColour noteColour(quint16 note) {
+    return TextColour(note >> 8);
+}
+
+ListCell dayOrTimeCell(const RecordLine& line, quint16 note, int column, std::array<char, 8>& scratch) {
+    const int day = note & 0xFF;
+    if (column != kDayColumn)
+        return slotCell(rawSlot(line, day), scratch, noteColour(note));
+    scratch[0] = char('0' + day / 10);
+    scratch[1] = char('0' + day % 10);
+    return {QByteArrayView(scratch.data(), 2), noteColour(note)};
+}
+
+constexpr ListLayout kMonthLayout{kMonthColumns, 0xE0E0E0, dayOrTimeCell, noteColour};
+
 int yymmdd(int year, int month, int day) {
     return ((year % 100) * 100 + month) * 100 + day;
 }
@@ -39,34 +58,26 @@ int yymmdd(int year, int month, int day) {
 } // namespace
 
 BuiltList buildMonthList(const QString& dataPath, const QDate& month, const QDate& today) {
-    BuiltList out{tableWithColumns(kMonthColumns, QColor(0xE0, 0xE0, 0xE0)), {}};
     const int todayNumber = yymmdd(today.year(), today.month(), today.day());
     const int monthNumber = yymmdd(month.year(), month.month(), 0);
-    const QString file = monthFileOf(dataPath, month);
-    // Most bookings are booked on a day or two of their month: room for two rows of each, at most every
-    // column's width, is enough for nearly every month and costs nothing where it stays unused.
-    const int lines = int(QFileInfo(file).size() / (kRecordLineLength + 2)) + 1;
-    out.table.reserve(2 * lines, qsizetype(2 * lines) * rowTextWidth(kMonthColumns));
-    LineReader reader(file);
+    LineReader reader(monthFileOf(dataPath, month));
+    BuiltList out{ListTable(kMonthLayout, reader), {}};
     QByteArrayView bytes;
     while (reader.next(bytes)) {
-        const RecordLine line(bytes);
+        // The booked times of the whole month at once; a short line has fewer.
+        const QByteArrayView times =
+            RecordLine(bytes).columns(bookedSlotColumn(1), kBookedSlotCount * kBookedSlotWidth);
         for (int day = 1; day <= kBookedSlotCount; ++day) {
-            const QByteArrayView slot = rawSlot(line, day);
-            if (trimBlanks(slot).isEmpty())
+            const qsizetype at = qsizetype(day - 1) * kBookedSlotWidth;
+            if (at >= times.size())
+                break;
+            if (!isBooked(times.sliced(at, std::min<qsizetype>(kBookedSlotWidth, times.size() - at))))
                 continue;
             const int rowNumber = monthNumber + day;
             const TextColour colour = rowNumber < todayNumber    ? TextColour::Grey
                                       : rowNumber == todayNumber ? TextColour::DarkBlue
                                                                  : TextColour::Black;
-            addLineRow(out.table, line, kMonthColumns, colour, [&](ListTable& table, int column) {
-                if (column == kDayColumn) {
-                    const char dd[2] = {char('0' + day / 10), char('0' + day % 10)};
-                    table.addCell(QByteArrayView(dd, 2), colour);
-                } else {
-                    addSlotCell(table, slot, colour);
-                }
-            });
+            out.table.addRow(reader, bytes.size(), rowNote(day, colour));
         }
     }
     out.error = reader.error();

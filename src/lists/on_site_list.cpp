@@ -5,7 +5,9 @@
 #include "store/safe_file.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QtGlobal>
+#include <algorithm>
 
 namespace porvane {
 
@@ -39,6 +41,7 @@ constexpr int kMarkColumn = 991; // arrival (5) then departure (5)
 constexpr int kMarkWidth = 10;
 constexpr int kRegNoWidth = 12;
 constexpr QByteArrayView kNoMark = "  -  ";
+constexpr QByteArrayView kNoMarks = "  -    -  "; // arrival and departure
 
 // A mark "hh:mm" as the number hhmm; a missing mark ("  -  ", blanks) is 0.
 int markNumber(QByteArrayView mark) {
@@ -57,6 +60,28 @@ QByteArrayView firstColumns(QByteArrayView line) {
     return line.first(std::min<qsizetype>(kRegNoWidth, line.size()));
 }
 
+// The row's note is today's day when the line is of today's month, else 0: a booked time on a line of
+// another month is not today's.
+ListCell statusCell(const RecordLine& line, quint16 todaysDay, int column, std::array<char, 8>& scratch) {
+    if (column == kExpectedColumn) {
+        if (todaysDay != 0 && !line.bookedSlot(todaysDay).isEmpty())
+            return slotCell(rawSlot(line, todaysDay), scratch);
+        return {kNoMark};
+    }
+    const QByteArrayView arrived = line.columns(kMarkColumn, 5);
+    const QByteArrayView departed = line.columns(kMarkColumn + 5, 5);
+    const int in = markNumber(arrived);
+    if (in == 0)
+        return {kNoMark};
+    const bool arrivedCell = column == kArrivedColumn;
+    if (in < markNumber(departed)) // gone
+        return arrivedCell ? ListCell{arrived, TextColour::Red} : ListCell{departed, TextColour::Black};
+    // still on site, also after a stay past midnight
+    return arrivedCell ? ListCell{arrived, TextColour::Grey} : ListCell{departed, TextColour::Green};
+}
+
+constexpr ListLayout kStatusLayout{kStatusColumns, 0xDFE7F9, statusCell};
+
 } // namespace
 
 QString OnSiteList::statusFilePath(const QString& dataPath, const QDate& today) {
@@ -65,7 +90,9 @@ QString OnSiteList::statusFilePath(const QString& dataPath, const QDate& today) 
 
 FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& today, Prompter& prompter) {
     const QByteArray todayText = storedDate(today);
-    QList<QByteArray> kept;
+    // The new status file as it is made, and where each kept line starts in it.
+    QByteArray content;
+    QList<qsizetype> kept;
     for (int k = -6; k <= 6; ++k) {
         const QDate month = today.addMonths(k);
         const QString file = monthFileOf(dataPath, month);
@@ -79,89 +106,62 @@ FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& toda
             const bool booked = todaysMonth && !line.bookedSlot(today.day()).isEmpty();
             if (!booked && !passDateInRange(line.columns(936, 10), line.columns(947, 10), todayText))
                 continue;
-            QByteArray entry = bytes.toByteArray();
+            kept.append(content.size());
+            content.append(bytes);
             // A torn line still gets its mark columns; missing columns read as blanks anyway.
-            if (entry.size() < kRecordLineLength)
-                entry.append(QByteArray(kRecordLineLength - entry.size(), ' '));
-            kept.append(entry);
+            if (bytes.size() < kRecordLineLength)
+                content.append(kRecordLineLength - bytes.size(), ' ');
+            content.append(kLineEnd);
         }
         if (reader.error())
             return reader.error();
     }
+    const auto setMarks = [&](qsizetype entry, QByteArrayView marks) {
+        std::copy(marks.begin(), marks.end(), content.begin() + kept[entry] + kMarkColumn - 1);
+    };
 
     const QString statusFile = statusFilePath(dataPath, today);
     DataLock lock(dataPath);
     if (FileError e = takeDataLock(lock, prompter))
         return e;
-    QByteArray old;
-    const FileError readError = readWholeFile(statusFile, old);
-    if (readError.number == FileError::FileNotFound) {
-        for (QByteArray& entry : kept) {
-            entry.replace(kMarkColumn - 1, 5, kNoMark.data(), 5);
-            entry.replace(kMarkColumn + 4, 5, kNoMark.data(), 5);
-        }
-    } else if (readError) {
-        return readError;
-    } else {
-        for (qsizetype from = 0; from < old.size();) {
-            qsizetype end = old.indexOf('\n', from);
-            if (end < 0)
-                end = old.size();
-            QByteArrayView status(old.constData() + from, end - from);
-            from = end + 1;
-            if (status.endsWith('\r'))
-                status.chop(1);
-            // A status line torn before its marks has no marks to give.
-            if (status.size() < kMarkColumn - 1 + kMarkWidth)
-                continue;
-            const QByteArrayView key = firstColumns(status);
-            for (QByteArray& entry : kept) {
-                if (firstColumns(entry) == key) {
-                    entry.replace(kMarkColumn - 1, kMarkWidth, status.data() + kMarkColumn - 1, kMarkWidth);
-                    break;
-                }
-            }
-        }
+    LineReader old(statusFile);
+    if (old.error().number == FileError::FileNotFound) {
+        for (qsizetype i = 0; i < kept.size(); ++i)
+            setMarks(i, kNoMarks);
+        return replaceFile(statusFile, content);
     }
-    QByteArray content;
-    for (const QByteArray& entry : kept)
-        content.append(entry).append("\r\n");
+    // The kept entries of each RegNo in list order; the n-th status line of a RegNo gives its marks to the
+    // n-th entry of it, so twin identifiers (two desks saving in the same second) all keep theirs.
+    struct Twins {
+        QList<qsizetype> entries;
+        qsizetype marked = 0;
+    };
+    QHash<QByteArray, Twins> byRegNo;
+    byRegNo.reserve(kept.size());
+    for (qsizetype i = 0; i < kept.size(); ++i)
+        byRegNo[firstColumns(QByteArrayView(content).sliced(kept[i])).toByteArray()].entries.append(i);
+    QByteArrayView status;
+    while (old.next(status)) {
+        // A status line torn before its marks has no marks to give.
+        if (status.size() < kMarkColumn - 1 + kMarkWidth)
+            continue;
+        const auto twins = byRegNo.find(firstColumns(status).toByteArray());
+        if (twins != byRegNo.end() && twins->marked < twins->entries.size())
+            setMarks(twins->entries[twins->marked++], status.sliced(kMarkColumn - 1, kMarkWidth));
+    }
+    if (old.error())
+        return old.error();
     return replaceFile(statusFile, content);
 }
 
 BuiltList OnSiteList::build(const QString& dataPath, const QDate& today) {
-    BuiltList out{tableWithColumns(kStatusColumns, QColor(0xDF, 0xE7, 0xF9)), {}};
     const char month[2] = {char('0' + today.month() / 10), char('0' + today.month() % 10)};
     LineReader reader(statusFilePath(dataPath, today));
+    BuiltList out{ListTable(kStatusLayout, reader), {}};
     QByteArrayView bytes;
     while (reader.next(bytes)) {
-        const RecordLine line(bytes);
-        addLineRow(out.table, line, kStatusColumns, TextColour::Black, [&](ListTable& table, int column) {
-            if (column == kExpectedColumn) {
-                // A booked time on a line of another month is not today's.
-                const bool todays = line.columns(3, 2) == QByteArrayView(month, 2);
-                if (todays && !line.bookedSlot(today.day()).isEmpty())
-                    addSlotCell(table, rawSlot(line, today.day()));
-                else
-                    table.addCell(kNoMark);
-                return;
-            }
-            if (column != kArrivedColumn)
-                return; // the departure cell is added with the arrival cell
-            const QByteArrayView arrived = line.columns(kMarkColumn, 5);
-            const QByteArrayView departed = line.columns(kMarkColumn + 5, 5);
-            const int in = markNumber(arrived);
-            if (in == 0) {
-                table.addCell(kNoMark);
-                table.addCell(kNoMark);
-            } else if (in < markNumber(departed)) { // gone
-                table.addCell(arrived, TextColour::Red);
-                table.addCell(departed, TextColour::Black);
-            } else { // still on site, also after a stay past midnight
-                table.addCell(arrived, TextColour::Grey);
-                table.addCell(departed, TextColour::Green);
-            }
-        });
+        const bool todaysMonth = RecordLine(bytes).columns(3, 2) == QByteArrayView(month, 2);
+        out.table.addRow(reader, bytes.size(), todaysMonth ? quint16(today.day()) : 0);
     }
     out.error = reader.error();
     return out;

@@ -14,9 +14,10 @@ public:
 
     // Rebuilds today's status file from the thirteen month files around today: every booking with a booked
     // time today in today's month file, and every booking of any of them whose pass covers today. The IN/OUT
-    // marks already in the file are kept by RegNo (the first entry of a RegNo takes them). The month files
-    // are read without the lock; the status file is read fresh and replaced under the data folder's lock, so
-    // a mark made a moment ago by another desk survives. On any error the status file is left as it was.
+    // marks already in the file are kept by RegNo; where two lines share a RegNo, each keeps its own. The
+    // month files are read without the lock; the status file is read fresh and replaced under the data
+    // folder's lock, so a mark made a moment ago by another desk survives. On any error the status file is
+    // left as it was.
     static FileError writeStatusList(const QString& dataPath, const QDate& today, Prompter& prompter);
 
     // Lists today's status file line by line, with the arrival and departure colours.

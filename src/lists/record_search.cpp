@@ -60,6 +60,18 @@ constexpr ColumnDef kSearchColumns[] = {
     kColContact,
 };
 
+// "Arrival": the first booked time of the month, or nothing.
+ListCell arrivalCell(const RecordLine& line, quint16, int, std::array<char, 8>& scratch) {
+    for (int day = 1; day <= kBookedSlotCount; ++day) {
+        const QByteArrayView slot = rawSlot(line, day);
+        if (isBooked(slot))
+            return slotCell(slot, scratch);
+    }
+    return {};
+}
+
+constexpr ListLayout kSearchLayout{kSearchColumns, 0xE0FFFF, arrivalCell};
+
 // Windows-1252 is single-byte: upper-case letters (ASCII, Latin-1 and the four in 0x80..0x9F) fold to
 // their lower-case partners, so the find text is converted once and lines are compared byte by byte.
 constexpr std::array<unsigned char, 256> makeFold() {
@@ -176,25 +188,13 @@ bool SearchMatch::matches(const RecordLine& line) const {
 
 BuiltList RecordSearch::run(const QString& dataPath, const QDate& month, SearchKind kind,
                             const QString& findText) {
-    BuiltList out{tableWithColumns(kSearchColumns, QColor(0xE0, 0xFF, 0xFF)), {}};
     const SearchMatch match(kind, findText);
     LineReader reader(monthFileOf(dataPath, month));
+    BuiltList out{ListTable(kSearchLayout, reader), {}};
     QByteArrayView bytes;
-    while (reader.next(bytes)) {
-        const RecordLine line(bytes);
-        if (!match.matches(line))
-            continue;
-        addLineRow(out.table, line, kSearchColumns, TextColour::Black, [&](ListTable& table, int) {
-            for (int day = 1; day <= kBookedSlotCount; ++day) {
-                const QByteArrayView slot = rawSlot(line, day);
-                if (!trimBlanks(slot).isEmpty()) {
-                    addSlotCell(table, slot);
-                    return;
-                }
-            }
-            table.addCell({});
-        });
-    }
+    while (reader.next(bytes))
+        if (match.matches(RecordLine(bytes)))
+            out.table.addRow(reader, bytes.size());
     out.error = reader.error();
     return out;
 }

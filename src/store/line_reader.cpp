@@ -34,6 +34,7 @@ bool LineReader::fill() {
     if (m_start > 0 && tail > 0)
         std::memmove(m_buffer.data(), m_buffer.constData() + m_start, size_t(tail));
     m_fileOffset += m_start;
+    m_nextLf = -1;
     m_start = 0;
     m_end = tail;
     if (m_end == m_buffer.size())
@@ -64,6 +65,7 @@ bool LineReader::take(qsizetype length, qsizetype lineEnd, QByteArrayView& line)
         m_start = m_end;
         return false;
     }
+    m_lineOffset = m_fileOffset + m_start;
     line = QByteArrayView(m_buffer.constData() + m_start, length);
     m_start += length + lineEnd;
     return true;
@@ -75,9 +77,15 @@ bool LineReader::next(QByteArrayView& line) {
     for (;;) {
         const char* const begin = m_buffer.constData() + m_start;
         const qsizetype available = m_end - m_start;
-        qsizetype at = 0;
-        while (at < available && begin[at] != '\n' && begin[at] != '\r')
-            ++at;
+        // The next LF is searched once per buffer fill, not once per line, so a file of lone-CR lines does
+        // not rescan the buffer for every line; the line's CR is then looked for in front of it.
+        if (m_nextLf < m_start) {
+            const void* lf = std::memchr(begin, '\n', size_t(available));
+            m_nextLf = lf ? static_cast<const char*>(lf) - m_buffer.constData() : m_end;
+        }
+        const qsizetype lfAt = m_nextLf - m_start;
+        const void* cr = std::memchr(begin, '\r', size_t(lfAt));
+        const qsizetype at = cr ? static_cast<const char*>(cr) - begin : lfAt;
         if (at < available) {
             if (begin[at] == '\n')
                 return take(at, 1, line);

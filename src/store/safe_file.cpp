@@ -135,19 +135,23 @@ FileError readWholeFile(const QString& path, QByteArray& bytes) {
     const int fd = openDataFile(path, O_RDONLY, error);
     if (fd < 0)
         return error;
+    // Read straight into the array, sized from the file (one byte more, so the end is seen without growing)
+    // and grown should the file grow meanwhile.
     struct stat st {};
-    if (::fstat(fd, &st) == 0 && st.st_size > kMaxWholeFile) {
+    const bool sized = ::fstat(fd, &st) == 0 && st.st_size > 0;
+    if (sized && st.st_size > kMaxWholeFile) {
         ::close(fd);
         return FileError::lineTooLong(path, 1);
     }
-    if (st.st_size > 0)
-        bytes.reserve(qsizetype(st.st_size));
-    char chunk[256 * 1024];
+    bytes.resize(sized ? qsizetype(st.st_size) + 1 : 256 * 1024);
+    qsizetype size = 0;
     for (;;) {
-        const ssize_t n = ::read(fd, chunk, sizeof chunk);
+        if (size == bytes.size())
+            bytes.resize(2 * size);
+        const ssize_t n = ::read(fd, bytes.data() + size, size_t(bytes.size() - size));
         if (n < 0 && errno == EINTR)
             continue;
-        if (n < 0 || bytes.size() + n > kMaxWholeFile) {
+        if (n < 0 || size + n > kMaxWholeFile) {
             error = n < 0 ? FileError::fromErrno(errno, path) : FileError::lineTooLong(path, 1);
             ::close(fd);
             bytes.clear();
@@ -155,9 +159,10 @@ FileError readWholeFile(const QString& path, QByteArray& bytes) {
         }
         if (n == 0)
             break;
-        bytes.append(chunk, n);
+        size += n;
     }
     ::close(fd);
+    bytes.resize(size);
     return {};
 }
 

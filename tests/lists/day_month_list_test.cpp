@@ -85,7 +85,7 @@ TEST_F(DayListTest, listsBookedTimeOrCoveringPass_inFileOrder_withTheCellsAsStor
                                    {},
                                    {}}));
     EXPECT_EQ(cell(0, 3), u"Acme Ltd"_s.leftJustified(50, u' ')); // as stored
-    EXPECT_EQ(lists.table().rowColour(1), QColor(0xE0, 0xE0, 0xE0));
+    EXPECT_EQ(lists.table().rowColour(1), 0xE0E0E0u);
 
     // An unknown pass letter leaves the type empty; the expired pass is listed on its last day only.
     select(14, "JUNE", "2024");

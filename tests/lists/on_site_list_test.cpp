@@ -60,33 +60,49 @@ TEST_F(OnSiteTest, rebuildTakesTodaysTimesAndCoveringPassesFromThirteenMonths) {
         EXPECT_EQ(l.size(), 1187) << "1186 and CR";
         EXPECT_EQ(marks(l), "  -    -  ");
     }
-    EXPECT_EQ(lists.table().rowColour(1), QColor(0xDF, 0xE7, 0xF9));
+    EXPECT_EQ(lists.table().rowColour(1), 0xDFE7F9u);
 }
 
-// A rebuild takes each booking afresh from its month file, with the IN and OUT marks of the first line of its
-// RegNo; a torn status file is read as far as it makes sense and then written whole.
-TEST_F(OnSiteTest, marksSurviveRebuildByRegNo_firstOfTwoLinesOnly) {
+// A rebuild takes each booking afresh from its month file, with the IN and OUT marks of its RegNo. Two lines
+// of one RegNo (two desks saving in the same second) each keep their own marks, rebuild after rebuild. A torn
+// status file is read as far as it makes sense and then written whole.
+TEST_F(OnSiteTest, marksSurviveEveryRebuildByRegNo_twinsEachKeepTheirs) {
     writeLines(u"Record/2406.vrf"_s,
                {handLine({{1, "240601000001"}, {14, "Ann"}, {550, "Acme NEW"}, {1116, "0900"}}),
                 handLine({{1, "240601000002"}, {14, "Twin"}, {1116, "0900"}}),
                 handLine({{1, "240601000002"}, {14, "Twin2"}, {1116, "0930"}})});
     writeLines(statusFile, {handLine({{1, "240601000001"}, {550, "Acme"}, {991, "09:05"}, {996, "  -  "}}),
-                            handLine({{1, "240601000002"}, {991, "09:10"}, {996, "11:00"}})});
+                            handLine({{1, "240601000002"}, {991, "09:10"}, {996, "11:00"}}),
+                            handLine({{1, "240601000002"}, {991, "09:40"}, {996, "  -  "}})});
+    for (int rebuild = 0; rebuild < 2; ++rebuild) {
+        ASSERT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
+        const QList<QByteArray> lines = statusLines();
+        ASSERT_EQ(lines.size(), 3);
+        EXPECT_EQ(marks(lines[0]), "09:05  -  ");
+        EXPECT_EQ(lines[0].mid(549, 8), "Acme NEW");
+        EXPECT_EQ(marks(lines[1]), "09:1011:00");
+        EXPECT_EQ(marks(lines[2]), "09:40  -  ");
+        EXPECT_EQ(column(1), (QStringList{u"Ann"_s, u"Twin"_s, u"Twin2"_s}));
+        EXPECT_EQ(column(6), (QStringList{u"09:05"_s, u"09:10"_s, u"09:40"_s}));
+        EXPECT_EQ(column(7), (QStringList{u"  -  "_s, u"11:00"_s, u"  -  "_s}));
+    }
+
+    // A third line of the RegNo appears: it keeps the month file's columns, the two marked ones their marks.
+    QByteArray month = desk.folder.read(u"Record/2406.vrf"_s);
+    month += handLine({{1, "240601000002"}, {14, "Twin3"}, {1116, "1000"}}) + "\r\n";
+    desk.folder.write(u"Record/2406.vrf"_s, month);
     ASSERT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
     QList<QByteArray> lines = statusLines();
-    ASSERT_EQ(lines.size(), 3);
-    EXPECT_EQ(marks(lines[0]), "09:05  -  ");
-    EXPECT_EQ(lines[0].mid(549, 8), "Acme NEW");
+    ASSERT_EQ(lines.size(), 4);
     EXPECT_EQ(marks(lines[1]), "09:1011:00");
-    EXPECT_EQ(marks(lines[2]), QByteArray(10, ' ')); // the second line of the RegNo keeps the month file's
-    EXPECT_EQ(column(6), (QStringList{u"09:05"_s, u"09:10"_s, u"  -  "_s}));
-    EXPECT_EQ(column(7), (QStringList{u"  -  "_s, u"11:00"_s, u"  -  "_s}));
+    EXPECT_EQ(marks(lines[2]), "09:40  -  ");
+    EXPECT_EQ(marks(lines[3]), QByteArray(10, ' '));
 
     // Torn: one short line with a RegNo, garbage, no final line end.
     desk.folder.write(statusFile, handLine({{1, "240601000002"}}, 400) + "\r\n\x01\x02\r\n240601");
     ASSERT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
     lines = statusLines();
-    ASSERT_EQ(lines.size(), 3);
+    ASSERT_EQ(lines.size(), 4);
     EXPECT_EQ(lines[1].size(), 1187);
     EXPECT_EQ(marks(lines[1]), QByteArray(10, ' '));
 }

@@ -44,7 +44,7 @@ TEST_F(SearchTest, eachKindSearchesItsOwnColumns) {
     EXPECT_EQ(column(0), QStringList{u"240601000001"_s});
     EXPECT_EQ(desk.state.listMode, ListMode::Search);
     EXPECT_EQ(desk.state.ListedCount, 1);
-    EXPECT_EQ(lists.table().rowColour(1), QColor(0xE0, 0xFF, 0xFF));
+    EXPECT_EQ(lists.table().rowColour(1), 0xE0FFFFu);
     EXPECT_TRUE(desk.prompter.messages().isEmpty());
 }
 

@@ -1,37 +1,18 @@
-#include "admin/commands.h"
-#include "admin/demo_command.h"
-#include "admin/list_command.h"
-#include "admin/pass_command.h"
-#include "admin/purge_command.h"
-#include "admin/verify_command.h"
+#include "admin/admin_session.h"
+
 #include "app/app_paths.h"
 #include "settings/settings_file.h"
 
 #include <QDir>
-#include <QGuiApplication>
+#include <QFile>
+#include <QFileInfo>
 #include <QTextStream>
+#include <cerrno>
+#include <cstring>
 #include <memory>
-#include <vector>
-
-using namespace porvane;
-using namespace porvane::admin;
+#include <unistd.h>
 
 namespace porvane::admin {
-
-std::span<const Command> commandTable() {
-    // One row per command: name, its arguments for the usage text, its function.
-    static const std::vector<Command> commands{
-        {"demo", "--from YYYY-MM --months N --per-month N [--seed S]", runDemoCommand},
-        {"pass", "REGNO [--count N] [--period Day|Week|Month] [--start YYYY-MM-DD] [--pdf FILE] [--yes]",
-         runPassCommand, true},
-        {"list", "day YYYY-MM-DD | month YYYY-MM", runListCommand},
-        {"search", "YYYY-MM KIND TEXT", runSearchCommand},
-        {"onsite", "", runOnsiteCommand},
-        {"purge", kPurgeSynopsis, runPurgeCommand},
-        {"verify", "", runVerifyCommand},
-    };
-    return commands;
-}
 
 int usageError(const QString& why) {
     QTextStream err(stderr);
@@ -50,8 +31,6 @@ int usageError(const QString& why) {
         err << "  " << c.name << (*c.synopsis ? " " : "") << c.synopsis << '\n';
     return 2;
 }
-
-} // namespace porvane::admin
 
 namespace {
 
@@ -98,21 +77,21 @@ QString parse(const QStringList& arguments, Options& o) {
     return {};
 }
 
-// The application object the command needs: a GUI one only for a command that draws.
-std::unique_ptr<QCoreApplication> makeApplication(int& argc, char* argv[], const Command* command) {
-    if (!command || !command->draws)
-        return std::make_unique<QCoreApplication>(argc, argv);
-    // Without a display the drawing runs off-screen.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
-        qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    return std::make_unique<QGuiApplication>(argc, argv);
+// A command of a sibling program (pass printing, which needs Qt Gui) is handed over whole: that program
+// parses the same command line and runs the command as if it had been started itself.
+int handOver(const char* program, char* argv[]) {
+    const QString path =
+        QFileInfo(QStringLiteral("/proc/self/exe")).canonicalPath() + u'/' + QString::fromLatin1(program);
+    const QByteArray file = QFile::encodeName(path);
+    ::execv(file.constData(), argv);
+    QTextStream(stderr) << "porvane-admin: cannot start " << path << ": " << std::strerror(errno) << '\n';
+    return 1;
 }
 
 } // namespace
 
-int main(int argc, char* argv[]) {
-    // The command is known before the application exists, so that only a drawing command pays for a GUI one.
+int runAdminCommandLine(int argc, char* argv[], const ApplicationMaker& makeApplication) {
+    // The command is known before anything starts, so that a sibling program's command is handed over first.
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
@@ -122,7 +101,9 @@ int main(int argc, char* argv[]) {
     for (const Command& c : commandTable())
         if (why.isEmpty() && o.command == QLatin1StringView(c.name))
             command = &c;
-    const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv, command);
+    if (command && command->program)
+        return handOver(command->program, argv);
+    const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
     if (!why.isEmpty())
         return usageError(why);
     if (!command)
@@ -152,3 +133,5 @@ int main(int argc, char* argv[]) {
     CommandContext context{state, o.args, o.csv, prompter};
     return command->run(context);
 }
+
+} // namespace porvane::admin

@@ -1,0 +1,25 @@
+// porvane-pass: porvane-admin's pass command, in a program of its own because drawing a pass needs Qt Gui.
+// porvane-admin hands `pass` command lines to it unchanged.
+#include "admin/admin_session.h"
+#include "admin/pass_command.h"
+
+#include <QGuiApplication>
+
+namespace porvane::admin {
+
+std::span<const Command> commandTable() {
+    static const Command commands[]{{"pass", kPassSynopsis, runPassCommand}};
+    return commands;
+}
+
+} // namespace porvane::admin
+
+int main(int argc, char* argv[]) {
+    return porvane::admin::runAdminCommandLine(argc, argv, [](int& argc, char* argv[]) {
+        // Without a display the drawing runs off-screen.
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
+            qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        return std::make_unique<QGuiApplication>(argc, argv);
+    });
+}
