@@ -29,5 +29,5 @@ std::span<const Command> commandTable() {
 
 int main(int argc, char* argv[]) {
     return porvane::admin::runAdminCommandLine(
-        argc, argv, [](int& argc, char* argv[]) { return std::make_unique<QCoreApplication>(argc, argv); });
+        argc, argv, [](int& count, char* words[]) { return std::make_unique<QCoreApplication>(count, words); });
 }

@@ -15,11 +15,11 @@ std::span<const Command> commandTable() {
 } // namespace porvane::admin
 
 int main(int argc, char* argv[]) {
-    return porvane::admin::runAdminCommandLine(argc, argv, [](int& argc, char* argv[]) {
+    return porvane::admin::runAdminCommandLine(argc, argv, [](int& count, char* words[]) {
         // Without a display the drawing runs off-screen.
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
             qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
-        return std::make_unique<QGuiApplication>(argc, argv);
+        return std::make_unique<QGuiApplication>(count, words);
     });
 }
