@@ -7,6 +7,8 @@
 #include "store/safe_file.h"
 #include "store/windows1252.h"
 
+#include <QSet>
+
 namespace porvane {
 
 namespace {
@@ -68,6 +70,24 @@ FileError UpdateDayStatus(AppState& state, const QString& regNoText, std::chrono
         out.append(kLineEnd);
     };
     return rewriteLines(dayStatusPath(state.dataPath(), state.clock.today()), mark, nullptr, writePath);
+}
+
+FileError SignOutDayStatus(AppState& state, const QStringList& regNos, const QString& departure,
+                           std::chrono::milliseconds lockWait) {
+    QSet<QByteArray> keys;
+    for (const QString& regNo : regNos)
+        keys.insert(toWindows1252(regNo.trimmed()));
+    const QByteArray time = toWindows1252(departure);
+    DataLock lock(state.dataPath(), lockWait);
+    if (FileError error = takeDataLock(lock, state.prompter))
+        return error;
+    const LineEdit signOut = [&](QByteArrayView stored, QByteArray& out) {
+        QByteArray line = stored.toByteArray();
+        if (keys.contains(line.left(kKeyWidth)) && line.size() >= kDepartureColumn + kTimeWidth - 1)
+            overwrite(line, kDepartureColumn, time);
+        out.append(line).append(kLineEnd);
+    };
+    return rewriteLines(dayStatusPath(state.dataPath(), state.clock.today()), signOut, nullptr, nullptr);
 }
 
 } // namespace porvane

@@ -5,6 +5,7 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 #include <chrono>
 
 namespace porvane {
@@ -31,5 +32,10 @@ SiteTimes readSiteTimes(const QString& dataPath, const QDate& day, const QString
 FileError UpdateDayStatus(AppState& state, const QString& regNoText,
                           std::chrono::milliseconds lockWait = std::chrono::milliseconds(10000),
                           WritePath* writePath = nullptr);
+
+// End of day: writes one departure time ("hh:mm") into every line of today's status file whose RegNo is one
+// of regNos, in a single rewrite under the data folder's lock.
+FileError SignOutDayStatus(AppState& state, const QStringList& regNos, const QString& departure,
+                           std::chrono::milliseconds lockWait = std::chrono::milliseconds(10000));
 
 } // namespace porvane
