@@ -7,7 +7,7 @@
 #include "desk/desk_help.h"
 #include "desk/end_of_day.h"
 #include "desk/gate_scan.h"
-#include "desk/list_filter_model.h"
+#include "desk/list_sort_filter_model.h"
 #include "desk/location_details_dialog.h"
 #include "desk/personal_details_dialog.h"
 #include "lists/list_printing.h"
@@ -107,7 +107,7 @@ MainWindow::MainWindow(AppState& state, BookingStore& store, QWidget* parent)
     // Tab moves on to the next control; the arrow keys walk the rows.
     StatGrid->setTabKeyNavigation(false);
     m_listModel = new ListTableModel(this);
-    m_listView = new ListFilterModel(m_listModel, this);
+    m_listView = new ListSortFilterModel(m_listModel, this);
     StatGrid->setModel(m_listView);
 
     auto* layout = new QVBoxLayout(central);
@@ -419,13 +419,13 @@ QWidget* MainWindow::buildGate() {
     h->setContentsMargins(0, 0, 0, 0);
     h->setSpacing(6);
     ScanTB = named(new QLineEdit, "ScanTB");
-    ScanTB->setPlaceholderText(tr("Scan or type a pass number"));
+    ScanTB->setPlaceholderText(tr("Pass number"));
     ScanTB->setToolTip(
         tr("A bar-code scanner types the pass number and Enter: the visitor is marked IN, or OUT "
            "when on site (F2 comes here)"));
     ScanTB->setMaxLength(20);
     ScanTB->setFixedWidth(ScanTB->fontMetrics().horizontalAdvance(QStringLiteral("0000000000000000")) + 16);
-    auto* scanLabel = new QLabel(tr("Scan &pass (F2):"));
+    auto* scanLabel = new QLabel(tr("Scan pass (F2):"));
     scanLabel->setBuddy(ScanTB);
     laOnSiteCounts = named(new QLabel, "laOnSiteCounts");
     laOnSiteCounts->setToolTip(tr("Everyone on today's list, those on site now and those gone"));
@@ -638,9 +638,23 @@ void MainWindow::wireLists() {
                 if (!m_selectingRow && current.isValid())
                     openRow(current.row());
             });
-    connect(StatGrid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this] {
-        if (m_editor.refuseSort())
-            refreshList();
+    // A click on a heading rebuilds the list from the file, then sorts it by that column; a second click on
+    // the same heading turns the order round.
+    StatGrid->horizontalHeader()->setSortIndicatorShown(true);
+    StatGrid->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+    connect(StatGrid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
+        const Qt::SortOrder order =
+            m_listView->sortColumn() == column && m_listView->sortOrder() == Qt::AscendingOrder
+                ? Qt::DescendingOrder
+                : Qt::AscendingOrder;
+        refreshList();
+        {
+            const QScopedValueRollback<bool> quiet(m_selectingRow, true);
+            m_listView->sort(column, order);
+            m_listView->invalidate();
+        }
+        StatGrid->horizontalHeader()->setSortIndicator(column, order);
+        selectBookingRow();
     });
 }
 
@@ -850,6 +864,11 @@ void MainWindow::showTable(const ListTable& table) {
     const int scrolled = StatGrid->verticalScrollBar()->value();
     {
         const QScopedValueRollback<bool> quiet(m_selectingRow, true);
+        // Another kind of list starts in its own order.
+        if (!sameList) {
+            m_listView->sort(-1);
+            StatGrid->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+        }
         m_listModel->setTable(table);
     }
     showOnSiteFilter();

@@ -22,7 +22,7 @@ class QTimer;
 namespace porvane {
 
 class BookedTimesModel;
-class ListFilterModel;
+class ListSortFilterModel;
 class ListTableModel;
 
 // The desk's one main window (frmMain): the booking editor, its booked times, the date selection and the list
@@ -87,7 +87,7 @@ private:
     GridLists m_lists;
     BookedTimesModel* m_timesModel = nullptr;
     ListTableModel* m_listModel = nullptr;
-    ListFilterModel* m_listView = nullptr;
+    ListSortFilterModel* m_listView = nullptr;
     QStringList m_workDescriptions;
     QStringList m_accessAreas;
     bool m_showing = false;

@@ -1,6 +1,7 @@
 #include "desk_window.h"
 
 #include <QCheckBox>
+#include <QHeaderView>
 #include <QScrollBar>
 
 using namespace porvane;
@@ -538,6 +539,30 @@ TEST_F(GateFlow, onSiteCountsFiltersKeysAndTheEndOfDaySignOut) {
     overstayed->click();
     EXPECT_EQ(grid()->model()->rowCount(), 3 + 50);
 
+    // A heading click rebuilds the list from the file, then sorts by that column; a second click reverses.
+    writeNovember(
+        {kAnn, kCy, kEd, kFay, kHal,
+         handLine(
+             {{1, "261106080000"}, {14, "Bo"}, {31, "Abe"}, {550, "Abe Ltd"}, {1060 + 4 * 22, "1200"}})});
+    QHeaderView* heading = grid()->horizontalHeader();
+    const auto clickHeading = [&](int column) {
+        QTest::mouseClick(heading->viewport(), Qt::LeftButton, {},
+                          QPoint(heading->sectionViewportPosition(column) + 10, heading->height() / 2));
+    };
+    const auto lastNames = [&] {
+        QStringList names;
+        for (int row = 0; row < grid()->model()->rowCount(); ++row)
+            names << cell(row, 2);
+        return names.join(u' ');
+    };
+    clickHeading(2);
+    EXPECT_EQ(lastNames(), u"Abe Day Lee Old");
+    EXPECT_EQ(cell(highlightedRow(), 0).trimmed(), u"261102080000") << "the highlight follows the booking";
+    clickHeading(2);
+    EXPECT_EQ(lastNames(), u"Old Lee Day Abe");
+    clickHeading(5); // Expected: 08:00 09:30 12:00 14:15
+    EXPECT_EQ(lastNames(), u"Old Lee Abe Day");
+
     for (const char* name : {"StatGrid", "TimeGrid"}) {
         find<QWidget>(name)->setFocus();
         key(Qt::Key_Tab);
@@ -557,7 +582,8 @@ TEST_F(GateFlow, onSiteCountsFiltersKeysAndTheEndOfDaySignOut) {
     EXPECT_EQ(marks("261102080000"), "09:3017:45");
     EXPECT_EQ(marks("261103080000"), "09:3017:45");
     EXPECT_EQ(label("LaOFFSite"), u"17:45") << "the booking in the editor shows its departure";
-    EXPECT_EQ(label("laOnSiteCounts"), u"Expected 3   On site 0   Left 3");
+    EXPECT_EQ(label("laOnSiteCounts"), u"Expected 4   On site 0   Left 3");
+    EXPECT_EQ(lastNames(), u"Old Lee Abe Day") << "the order holds through every rebuild";
     prompter.clear();
     click("cmdSignOutAll");
     EXPECT_EQ(prompter.texts(), QStringList{u"Nobody is on site now."_s});
