@@ -26,6 +26,22 @@ int ListSortFilterModel::shownRow(int tableRow) const {
     return mapFromSource(m_source->index(tableRow, 0)).row();
 }
 
+ListTable ListSortFilterModel::shownTable() const {
+    const ListTable& all = m_source->table();
+    ListTable shown;
+    shown.columns = all.columns;
+    shown.rowColours = all.rowColours;
+    for (int row = 0; row < rowCount(); ++row) {
+        const int from = tableRow(row);
+        if (from >= all.listedCount())
+            continue;
+        shown.beginRow();
+        for (int column = 0; column < all.columnCount(); ++column)
+            shown.addCell(all.bytes(from, column), all.textColour(from, column));
+    }
+    return shown;
+}
+
 QVariant ListSortFilterModel::data(const QModelIndex& index, int role) const {
     // The rows keep alternating colours in the order shown.
     if (role == Qt::BackgroundRole)

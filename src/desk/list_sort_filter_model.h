@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/on_site_rows.h"
+#include "lists/list_table.h"
 
 #include <QDate>
 #include <QSortFilterProxyModel>
@@ -22,6 +23,8 @@ public:
     void setFilter(OnSiteRows::Filter filter, const QDate& today);
     OnSiteRows::Filter filter() const { return m_filter; }
     QVariant data(const QModelIndex& index, int role) const override;
+    // The listed rows as shown, in their order, for printing what the operator sees.
+    ListTable shownTable() const;
     // The list table's row of a shown row, and back (-1 when the table's row is hidden).
     int tableRow(int shownRow) const;
     int shownRow(int tableRow) const;

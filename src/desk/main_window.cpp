@@ -820,7 +820,8 @@ void MainWindow::afterRecordWindow() {
 }
 
 void MainWindow::printList() {
-    const ListTable& table = m_listModel->table();
+    // What the grid shows is printed: its order, and only the rows a filter leaves.
+    const ListTable table = m_listView->shownTable();
     if (table.listedCount() == 0) {
         m_state.prompter.tell(QStringLiteral("Porvane 90"), tr("There is no list to print."),
                               Icon::Information);
@@ -834,7 +835,7 @@ void MainWindow::printList() {
     preview.resize(1000, 700);
     QString failure;
     connect(&preview, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter* p) {
-        failure = ListPrinting::print(*p, table, m_state.ListedCount, title, m_state.clock.today());
+        failure = ListPrinting::print(*p, table, table.listedCount(), title, m_state.clock.today());
     });
     preview.exec();
     if (!failure.isEmpty())
