@@ -64,14 +64,14 @@ QString OnSiteRows::countsText(const ListTable& table) {
     return tr("Expected %1   On site %2   Left %3").arg(table.listedCount()).arg(onSite).arg(left);
 }
 
-QStringList OnSiteRows::onSiteRegNos(const ListTable& table) {
-    QStringList regNos;
+QHash<QString, QString> OnSiteRows::onSiteMarks(const ListTable& table) {
+    QHash<QString, QString> marks;
     for (int row = 0; row < table.listedCount(); ++row) {
-        const QString regNo = table.text(row, kRegNoColumn).trimmed();
-        if (rowVisit(table, row) == Visit::OnSite && !regNos.contains(regNo))
-            regNos.append(regNo);
+        if (rowVisit(table, row) == Visit::OnSite)
+            marks.insert(table.text(row, kRegNoColumn).trimmed(),
+                         table.text(row, kArrivedColumn) + table.text(row, kDepartedColumn));
     }
-    return regNos;
+    return marks;
 }
 
 } // namespace porvane

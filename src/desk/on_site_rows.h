@@ -4,7 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDate>
-#include <QStringList>
+#include <QHash>
 
 namespace porvane {
 
@@ -29,8 +29,9 @@ public:
 
     // "Expected 3   On site 2   Left 1": everyone on today's list, those on site now and those gone.
     static QString countsText(const ListTable& table);
-    // The RegNos of everyone on site now, once each.
-    static QStringList onSiteRegNos(const ListTable& table);
+    // Everyone on site now: RegNo -> the arrival and departure as listed ("hh:mm" and "  -  ", ten
+    // characters).
+    static QHash<QString, QString> onSiteMarks(const ListTable& table);
 };
 
 } // namespace porvane

@@ -7,7 +7,7 @@
 #include "store/safe_file.h"
 #include "store/windows1252.h"
 
-#include <QSet>
+#include <QHash>
 
 namespace porvane {
 
@@ -72,18 +72,19 @@ FileError UpdateDayStatus(AppState& state, const QString& regNoText, std::chrono
     return rewriteLines(dayStatusPath(state.dataPath(), state.clock.today()), mark, nullptr, writePath);
 }
 
-FileError SignOutDayStatus(AppState& state, const QStringList& regNos, const QString& departure,
-                           std::chrono::milliseconds lockWait) {
-    QSet<QByteArray> keys;
-    for (const QString& regNo : regNos)
-        keys.insert(toWindows1252(regNo.trimmed()));
+FileError SignOutDayStatus(AppState& state, const QHash<QString, QString>& marksSeen,
+                           const QString& departure, std::chrono::milliseconds lockWait) {
+    QHash<QByteArray, QByteArray> seen;
+    for (auto it = marksSeen.cbegin(); it != marksSeen.cend(); ++it)
+        seen.insert(toWindows1252(it.key().trimmed()), toWindows1252(it.value()));
     const QByteArray time = toWindows1252(departure);
     DataLock lock(state.dataPath(), lockWait);
     if (FileError error = takeDataLock(lock, state.prompter))
         return error;
     const LineEdit signOut = [&](QByteArrayView stored, QByteArray& out) {
         QByteArray line = stored.toByteArray();
-        if (keys.contains(line.left(kKeyWidth)) && line.size() >= kDepartureColumn + kTimeWidth - 1)
+        const auto marks = seen.constFind(line.left(kKeyWidth));
+        if (marks != seen.cend() && line.mid(kArrivalColumn - 1, 2 * kTimeWidth) == *marks)
             overwrite(line, kDepartureColumn, time);
         out.append(line).append(kLineEnd);
     };

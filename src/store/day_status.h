@@ -4,8 +4,8 @@
 #include "store/file_error.h"
 
 #include <QDate>
+#include <QHash>
 #include <QString>
-#include <QStringList>
 #include <chrono>
 
 namespace porvane {
@@ -33,9 +33,11 @@ FileError UpdateDayStatus(AppState& state, const QString& regNoText,
                           std::chrono::milliseconds lockWait = std::chrono::milliseconds(10000),
                           WritePath* writePath = nullptr);
 
-// End of day: writes one departure time ("hh:mm") into every line of today's status file whose RegNo is one
-// of regNos, in a single rewrite under the data folder's lock.
-FileError SignOutDayStatus(AppState& state, const QStringList& regNos, const QString& departure,
+// End of day: writes one departure time ("hh:mm") into the lines of today's status file named by marksSeen
+// (RegNo -> the arrival and departure, columns 991-1000, as the caller saw them), in a single rewrite under
+// the data folder's lock. A line whose marks another desk changed since is left as it is.
+FileError SignOutDayStatus(AppState& state, const QHash<QString, QString>& marksSeen,
+                           const QString& departure,
                            std::chrono::milliseconds lockWait = std::chrono::milliseconds(10000));
 
 } // namespace porvane

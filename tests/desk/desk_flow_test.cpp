@@ -576,11 +576,18 @@ TEST_F(GateFlow, onSiteCountsFiltersKeysAndTheEndOfDaySignOut) {
     EXPECT_EQ(prompter.texts(),
               QStringList{u"2 visitors are still on site.\r\nSign them all out at 17:45?"_s});
     EXPECT_EQ(marks("261102080000"), "09:30  -  ");
+    // While the question is up, another desk signs Cy out at 17:40: that departure stays.
+    prompter.whileAsking = [&](const Prompter::Message&) {
+        QByteArray status = folder.read(QStringLiteral("Status/261123.vdf"));
+        status.replace(status.indexOf("261103080000") + 995, 5, "17:40");
+        folder.write(QStringLiteral("Status/261123.vdf"), status);
+    };
     prompter.queue(Answer::Yes);
     click("cmdSignOutAll");
+    prompter.whileAsking = nullptr;
     EXPECT_EQ(marks("261101080000"), "09:3010:30") << "who had left keeps the time they left";
     EXPECT_EQ(marks("261102080000"), "09:3017:45");
-    EXPECT_EQ(marks("261103080000"), "09:3017:45");
+    EXPECT_EQ(marks("261103080000"), "09:3017:40");
     EXPECT_EQ(label("LaOFFSite"), u"17:45") << "the booking in the editor shows its departure";
     EXPECT_EQ(label("laOnSiteCounts"), u"Expected 4   On site 0   Left 3");
     EXPECT_EQ(lastNames(), u"Old Lee Abe Day") << "the order holds through every rebuild";
