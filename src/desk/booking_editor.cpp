@@ -459,16 +459,6 @@ void BookingEditor::writeSiteTimes(const QString& what) {
 
 // ---------------------------------------------------------------- list rows
 
-bool BookingEditor::refuseSort() {
-    if (m_state.listMode != ListMode::OnSite)
-        return false;
-    m_state.prompter.tell(plainTitle(), tr("You can't sort this list in the IN/OUT Day-Status view    "),
-                          Icon::Information);
-    if (refreshList)
-        refreshList();
-    return true;
-}
-
 bool BookingEditor::openRow(const QString& regNo) {
     if (regNo.trimmed().isEmpty())
         return false;

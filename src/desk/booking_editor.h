@@ -106,8 +106,6 @@ public:
     void cmdOUT();
     // Opening the booking regNo from a list row; false when the operator kept the current booking.
     bool openRow(const QString& regNo);
-    // A sort request on the list grid; refused in the IN/OUT day-status view. True when refused.
-    bool refuseSort();
     // The window's close request; true when the window may close.
     bool closeRequested();
 

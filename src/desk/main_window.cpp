@@ -5,6 +5,9 @@
 #include "demo/demo_offer.h"
 #include "desk/booked_times_model.h"
 #include "desk/desk_help.h"
+#include "desk/end_of_day.h"
+#include "desk/gate_scan.h"
+#include "desk/list_sort_filter_model.h"
 #include "desk/location_details_dialog.h"
 #include "desk/personal_details_dialog.h"
 #include "lists/list_printing.h"
@@ -20,6 +23,7 @@
 
 #include <QApplication>
 #include <QCalendarWidget>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
@@ -34,6 +38,7 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -99,14 +104,18 @@ MainWindow::MainWindow(AppState& state, BookingStore& store, QWidget* parent)
     StatGrid->setMinimumHeight(180);
     StatGrid->setAlternatingRowColors(false);
     StatGrid->horizontalHeader()->setHighlightSections(false);
+    // Tab moves on to the next control; the arrow keys walk the rows.
+    StatGrid->setTabKeyNavigation(false);
     m_listModel = new ListTableModel(this);
-    StatGrid->setModel(m_listModel);
+    m_listView = new ListSortFilterModel(m_listModel, this);
+    StatGrid->setModel(m_listView);
 
     auto* layout = new QVBoxLayout(central);
     layout->setContentsMargins(6, 4, 6, 4);
     layout->setSpacing(4);
     layout->addLayout(top);
     layout->addWidget(buildActions());
+    layout->addWidget(buildGate());
     layout->addWidget(StatGrid, 1);
     setCentralWidget(central);
 
@@ -115,6 +124,7 @@ MainWindow::MainWindow(AppState& state, BookingStore& store, QWidget* parent)
     wireDates();
     wireLists();
     wireTools();
+    wireGate();
     fillPickLists();
 
     m_dates.changed = [this] {
@@ -254,6 +264,7 @@ QWidget* MainWindow::buildTimes() {
     TimeGrid = named(new QTableView, "TimeGrid");
     m_timesModel = new BookedTimesModel(m_times, this);
     TimeGrid->setModel(m_timesModel);
+    TimeGrid->setTabKeyNavigation(false);
     TimeGrid->verticalHeader()->hide();
     TimeGrid->verticalHeader()->setDefaultSectionSize(19);
     // The two columns always fit the grid's width, so it never scrolls sideways.
@@ -367,8 +378,10 @@ QWidget* MainWindow::buildActions() {
     cmdNEW = button(tr("&NEW"), "cmdNEW", tr("Start a new booking"));
     cmdSAVE = button(tr("&SAVE"), "cmdSAVE", tr("Save the booking"));
     cmdDelete = button(tr("Delete"), "cmdDelete", tr("Delete this booking"));
-    cmdIN = button(tr("IN"), "cmdIN", tr("Mark the visitor as arrived now"));
-    cmdOUT = button(tr("OUT"), "cmdOUT", tr("Mark the visitor as departed now"));
+    cmdIN = button(tr("IN"), "cmdIN", tr("Mark the visitor as arrived now (F5)"));
+    cmdOUT = button(tr("OUT"), "cmdOUT", tr("Mark the visitor as departed now (F6)"));
+    cmdIN->setShortcut(Qt::Key_F5);
+    cmdOUT->setShortcut(Qt::Key_F6);
     cmdDayList = button(tr("Day &List"), "cmdDayList", tr("Who is expected, on site and gone today"));
     for (QPushButton* b : {cmdNEW, cmdSAVE, cmdDelete, cmdIN, cmdOUT, cmdDayList})
         h->addWidget(b);
@@ -399,6 +412,41 @@ QWidget* MainWindow::buildActions() {
     // Only the on-site list lets the desk mark arrivals and departures.
     for (QWidget* w : std::initializer_list<QWidget*>{cmdIN, cmdOUT})
         w->setEnabled(false);
+    return panel;
+}
+
+QWidget* MainWindow::buildGate() {
+    auto* panel = new QWidget;
+    auto* h = new QHBoxLayout(panel);
+    h->setContentsMargins(0, 0, 0, 0);
+    h->setSpacing(6);
+    ScanTB = named(new QLineEdit, "ScanTB");
+    ScanTB->setPlaceholderText(tr("Pass number"));
+    ScanTB->setToolTip(
+        tr("A bar-code scanner types the pass number and Enter: the visitor is marked IN, or OUT "
+           "when on site (F2 comes here)"));
+    ScanTB->setMaxLength(20);
+    ScanTB->setFixedWidth(ScanTB->fontMetrics().horizontalAdvance(QStringLiteral("0000000000000000")) + 16);
+    auto* scanLabel = new QLabel(tr("Scan pass (F2):"));
+    scanLabel->setBuddy(ScanTB);
+    laOnSiteCounts = named(new QLabel, "laOnSiteCounts");
+    laOnSiteCounts->setToolTip(tr("Everyone on today's list, those on site now and those gone"));
+    QFont bold = laOnSiteCounts->font();
+    bold.setBold(true);
+    laOnSiteCounts->setFont(bold);
+    ckOnSiteNow = named(new QCheckBox(tr("On site now only")), "ckOnSiteNow");
+    ckOverstayed = named(new QCheckBox(tr("Pass expired")), "ckOverstayed");
+    ckOverstayed->setToolTip(tr("Only visitors still on site whose pass has expired"));
+    cmdSignOutAll = button(tr("Sign out everyone..."), "cmdSignOutAll",
+                           tr("End of day: sign out everyone still on site now"));
+    h->addWidget(scanLabel);
+    h->addWidget(ScanTB);
+    h->addSpacing(12);
+    h->addWidget(laOnSiteCounts);
+    h->addStretch(1);
+    h->addWidget(ckOnSiteNow);
+    h->addWidget(ckOverstayed);
+    h->addWidget(cmdSignOutAll);
     return panel;
 }
 
@@ -592,9 +640,23 @@ void MainWindow::wireLists() {
                 if (!m_selectingRow && current.isValid())
                     openRow(current.row());
             });
-    connect(StatGrid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this] {
-        if (m_editor.refuseSort())
-            refreshList();
+    // A click on a heading rebuilds the list from the file, then sorts it by that column; a second click on
+    // the same heading turns the order round.
+    StatGrid->horizontalHeader()->setSortIndicatorShown(true);
+    StatGrid->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+    connect(StatGrid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
+        const Qt::SortOrder order =
+            m_listView->sortColumn() == column && m_listView->sortOrder() == Qt::AscendingOrder
+                ? Qt::DescendingOrder
+                : Qt::AscendingOrder;
+        refreshList();
+        {
+            const QScopedValueRollback<bool> quiet(m_selectingRow, true);
+            m_listView->sort(column, order);
+            m_listView->invalidate();
+        }
+        StatGrid->horizontalHeader()->setSortIndicator(column, order);
+        selectBookingRow();
     });
 }
 
@@ -661,6 +723,80 @@ void MainWindow::wireTools() {
     });
 }
 
+void MainWindow::wireGate() {
+    connect(ScanTB, &QLineEdit::returnPressed, this, &MainWindow::scanPass);
+    auto* toScan = new QShortcut(QKeySequence(Qt::Key_F2), this);
+    connect(toScan, &QShortcut::activated, this, [this] {
+        ScanTB->setFocus();
+        ScanTB->selectAll();
+    });
+    // One filter at a time: on site now, or on site with an expired pass.
+    connect(ckOnSiteNow, &QCheckBox::toggled, this, [this](bool on) {
+        if (on)
+            ckOverstayed->setChecked(false);
+        showOnSiteFilter();
+    });
+    connect(ckOverstayed, &QCheckBox::toggled, this, [this](bool on) {
+        if (on)
+            ckOnSiteNow->setChecked(false);
+        showOnSiteFilter();
+    });
+    connect(cmdSignOutAll, &QPushButton::clicked, this, &MainWindow::signOutEveryone);
+    StatGrid->installEventFilter(this);
+}
+
+void MainWindow::scanPass() {
+    const QString typed = ScanTB->text();
+    ScanTB->clear();
+    if (typed.trimmed().isEmpty() || m_editor.readOnly())
+        return;
+    setHelpContext(m_state, DeskAction::OnSiteList);
+    // The on-site list is rebuilt first, so the scan is judged by today's list as it is now, and shown.
+    m_lists.showDayStatus();
+    showListState();
+    const GateScan::Decision d = GateScan::decide(m_state.dataPath(), m_state.clock.today(), typed);
+    if (d.step == GateScan::Step::Refused) {
+        QApplication::beep();
+        m_state.prompter.tell(QStringLiteral("Porvane 90"), d.refusal, Icon::Exclamation);
+    } else if (m_editor.openRow(d.regNo)) {
+        selectBookingRow();
+        m_appliedFocus = BookingEditor::Focus::None;
+        if (d.step == GateScan::Step::In)
+            m_editor.cmdIN();
+        else
+            m_editor.cmdOUT();
+    } else {
+        selectBookingRow(); // the operator kept the booking in the editor
+    }
+    showEditorState();
+    ScanTB->setFocus();
+}
+
+void MainWindow::signOutEveryone() {
+    if (m_editor.readOnly())
+        return;
+    setHelpContext(m_state, DeskAction::OnSiteList);
+    if (m_lists.writeStatusList() && EndOfDay::signOutEveryone(m_state))
+        m_editor.showLabels();
+    m_lists.showDayStatus();
+    showListState();
+    showEditorState();
+}
+
+void MainWindow::showOnSiteFilter() {
+    const bool onSiteList = m_state.listMode == ListMode::OnSite;
+    const OnSiteRows::Filter filter = !onSiteList                 ? OnSiteRows::Filter::All
+                                      : ckOnSiteNow->isChecked()  ? OnSiteRows::Filter::OnSiteNow
+                                      : ckOverstayed->isChecked() ? OnSiteRows::Filter::Overstayed
+                                                                  : OnSiteRows::Filter::All;
+    {
+        const QScopedValueRollback<bool> quiet(m_selectingRow, true);
+        m_listView->setFilter(filter, m_state.clock.today());
+    }
+    laOnSiteCounts->setText(onSiteList ? OnSiteRows::countsText(m_listModel->table()) : QString());
+    selectBookingRow();
+}
+
 void MainWindow::fillPickLists() {
     const QString ini = pickListsPath(m_state.AppPath);
     const PickLists main = LoadMainPickLists(ini);
@@ -686,7 +822,8 @@ void MainWindow::afterRecordWindow() {
 }
 
 void MainWindow::printList() {
-    const ListTable& table = m_listModel->table();
+    // What the grid shows is printed: its order, and only the rows a filter leaves.
+    const ListTable table = m_listView->shownTable();
     if (table.listedCount() == 0) {
         m_state.prompter.tell(QStringLiteral("Porvane 90"), tr("There is no list to print."),
                               Icon::Information);
@@ -700,7 +837,7 @@ void MainWindow::printList() {
     preview.resize(1000, 700);
     QString failure;
     connect(&preview, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter* p) {
-        failure = ListPrinting::print(*p, table, m_state.ListedCount, title, m_state.clock.today());
+        failure = ListPrinting::print(*p, table, table.listedCount(), title, m_state.clock.today());
     });
     preview.exec();
     if (!failure.isEmpty())
@@ -730,8 +867,14 @@ void MainWindow::showTable(const ListTable& table) {
     const int scrolled = StatGrid->verticalScrollBar()->value();
     {
         const QScopedValueRollback<bool> quiet(m_selectingRow, true);
+        // Another kind of list starts in its own order.
+        if (!sameList) {
+            m_listView->sort(-1);
+            StatGrid->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+        }
         m_listModel->setTable(table);
     }
+    showOnSiteFilter();
     for (int c = 0; c < table.columnCount(); ++c)
         StatGrid->setColumnWidth(c, table.columns[c].width > 0 ? table.columns[c].width : 100);
     if (sameList)
@@ -744,9 +887,10 @@ void MainWindow::selectBookingRow() {
     const QString regNo = m_booking.regNo();
     const ListTable& table = m_listModel->table();
     for (int row = 0; !regNo.isEmpty() && row < table.listedCount(); ++row) {
-        if (table.text(row, 0).trimmed() == regNo) {
+        const int shown = m_listView->shownRow(row);
+        if (shown >= 0 && table.text(row, 0).trimmed() == regNo) {
             const QModelIndex current = StatGrid->currentIndex();
-            const QModelIndex index = m_listModel->index(row, current.isValid() ? current.column() : 1);
+            const QModelIndex index = m_listView->index(shown, current.isValid() ? current.column() : 1);
             StatGrid->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
                                                                    QItemSelectionModel::Rows);
             return;
@@ -760,12 +904,17 @@ void MainWindow::showListState() {
     const GridLists::View& v = m_lists.view();
     cmdIN->setEnabled(v.inOutEnabled && !m_state.settings.ReadOnlyMode());
     cmdOUT->setEnabled(v.inOutEnabled && !m_state.settings.ReadOnlyMode());
+    const bool onSiteList = m_state.listMode == ListMode::OnSite;
+    for (QCheckBox* c : {ckOnSiteNow, ckOverstayed})
+        c->setEnabled(onSiteList);
+    showOnSiteFilter();
     CBGetDay->setStyleSheet(v.dayBoxGreyed ? QStringLiteral("color: #a0a0a0;") : QString());
     showTitle();
 }
 
-void MainWindow::openRow(int row) {
-    if (row >= m_listModel->table().listedCount()) {
+void MainWindow::openRow(int shownRow) {
+    const int row = m_listView->tableRow(shownRow);
+    if (row < 0 || row >= m_listModel->table().listedCount()) {
         selectBookingRow();
         return;
     }
@@ -858,8 +1007,8 @@ void MainWindow::showEditorState() {
             target->setCursorPosition(v.caret);
         }
     }
-    for (QWidget* w :
-         std::initializer_list<QWidget*>{cmdNEW, cmdSAVE, cmdDelete, cmdADD, cmdSUB, cmdCLEARAll})
+    for (QWidget* w : std::initializer_list<QWidget*>{cmdNEW, cmdSAVE, cmdDelete, cmdADD, cmdSUB, cmdCLEARAll,
+                                                      ScanTB, cmdSignOutAll})
         w->setEnabled(!readOnly);
     showTitle();
 }
@@ -889,6 +1038,20 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
         if (!key->text().isEmpty() &&
             m_times.keyPress(key->text().front()) == BookedTimes::KeyResult::Consumed)
             return true;
+    }
+    if (event->type() == QEvent::KeyPress && watched == StatGrid) {
+        // Enter on a row opens its booking (if the highlight has not already) and goes on to the editor.
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const QModelIndex current = StatGrid->currentIndex();
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && current.isValid()) {
+            const int row = m_listView->tableRow(current.row());
+            const QString regNo = m_listModel->table().text(row, 0).trimmed();
+            if (!regNo.isEmpty() && regNo != m_booking.regNo())
+                openRow(current.row());
+            if (!regNo.isEmpty() && regNo == m_booking.regNo())
+                FirstNameTB->setFocus();
+            return true;
+        }
     }
     return QMainWindow::eventFilter(watched, event);
 }

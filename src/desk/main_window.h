@@ -11,6 +11,7 @@
 #include <memory>
 
 class QCalendarWidget;
+class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -21,6 +22,7 @@ class QTimer;
 namespace porvane {
 
 class BookedTimesModel;
+class ListSortFilterModel;
 class ListTableModel;
 
 // The desk's one main window (frmMain): the booking editor, its booked times, the date selection and the list
@@ -43,11 +45,17 @@ private:
     QWidget* buildTimes();
     QWidget* buildDates();
     QWidget* buildActions();
+    QWidget* buildGate();
     void wireEditor();
     void wireTimes();
     void wireDates();
     void wireLists();
     void wireTools();
+    void wireGate();
+    // A pass number scanned or typed into ScanTB, then Enter: that booking opened and marked IN or OUT.
+    void scanPass();
+    void signOutEveryone();
+    void showOnSiteFilter();
     void afterRecordWindow();
     void printList();
 
@@ -79,6 +87,7 @@ private:
     GridLists m_lists;
     BookedTimesModel* m_timesModel = nullptr;
     ListTableModel* m_listModel = nullptr;
+    ListSortFilterModel* m_listView = nullptr;
     QStringList m_workDescriptions;
     QStringList m_accessAreas;
     bool m_showing = false;
@@ -145,6 +154,13 @@ private:
     QPushButton* cmdAbout = nullptr;
     QPushButton* Command1 = nullptr;
     QTableView* StatGrid = nullptr;
+
+    // The gate: the scan box, the on-site counts and filters, the end-of-day sign-out
+    QLineEdit* ScanTB = nullptr;
+    QLabel* laOnSiteCounts = nullptr;
+    QCheckBox* ckOnSiteNow = nullptr;
+    QCheckBox* ckOverstayed = nullptr;
+    QPushButton* cmdSignOutAll = nullptr;
 };
 
 } // namespace porvane

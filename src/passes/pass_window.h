@@ -22,7 +22,7 @@ class PassWindow final : public QDialog {
 public:
     struct Hooks {
         PassIssue::StoreRecord storeRecord;       // default: the record store's UpdateRecord
-        PassIssue::Render render;                 // default: the default printer
+        PassIssue::Render render;                 // default: the default printer, or a PDF file without one
         std::function<void(QWidget*)> openCamera; // frmCapTest, modal
         std::function<void(QWidget*)> openPhotos; // frmHandlePhoto, modal
     };
@@ -31,6 +31,8 @@ public:
 
     // Prints the pass on the default printer; an error text, empty when printed.
     static QString printOnDefaultPrinter(const PassContent& content);
+    // Where a pass is saved when no printer is installed: "Pass <RegNo>.pdf" in the user's documents folder.
+    static QString pdfPath(const QString& regNo);
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -40,6 +42,8 @@ protected:
 private:
     void refresh();
     void printPass();
+    // With no printer installed, offers to save the pass as a PDF file and says where it went.
+    QString printOrSaveAsPdf(const PassContent& content);
     void stepCalendar(int months);
 
     AppState& m_state;

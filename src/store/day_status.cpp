@@ -9,6 +9,8 @@
 #include "store/safe_file.h"
 #include "store/windows1252.h"
 
+#include <QHash>
+
 namespace porvane {
 
 namespace {
@@ -74,6 +76,25 @@ FileError UpdateDayStatus(AppState& state, const QString& regNoText, std::chrono
     return markSiteTimes(dayStatusPath(state.dataPath(), state.clock.today()),
                          toWindows1252(regNoText.trimmed()), toWindows1252(state.record[Field::TimeOnSite]),
                          toWindows1252(state.record[Field::TimeOffSite]), writePath);
+}
+
+FileError SignOutDayStatus(AppState& state, const QHash<QString, QString>& marksSeen,
+                           const QString& departure, std::chrono::milliseconds lockWait) {
+    QHash<QByteArray, QByteArray> seen;
+    for (auto it = marksSeen.cbegin(); it != marksSeen.cend(); ++it)
+        seen.insert(toWindows1252(it.key().trimmed()), toWindows1252(it.value()));
+    const QByteArray time = toWindows1252(departure);
+    DataLock lock(state.dataPath(), lockWait);
+    if (FileError error = takeDataLock(lock, state.prompter))
+        return error;
+    const LineEdit signOut = [&](QByteArrayView stored, QByteArray& out) {
+        QByteArray line = stored.toByteArray();
+        const auto marks = seen.constFind(line.left(kKeyWidth));
+        if (marks != seen.cend() && line.mid(kArrivalColumn - 1, 2 * kTimeWidth) == *marks)
+            overwrite(line, kDepartureColumn, time);
+        out.append(line).append(kLineEnd);
+    };
+    return rewriteLines(dayStatusPath(state.dataPath(), state.clock.today()), signOut, nullptr, nullptr);
 }
 
 } // namespace porvane

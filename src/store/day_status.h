@@ -3,6 +3,7 @@
 #include "store/file_error.h"
 
 #include <QDate>
+#include <QHash>
 #include <QString>
 #include <chrono>
 
@@ -36,5 +37,12 @@ FileError markSiteTimes(const QString& statusPath, QByteArrayView key, QByteArra
 FileError UpdateDayStatus(AppState& state, const QString& regNoText,
                           std::chrono::milliseconds lockWait = std::chrono::milliseconds(10000),
                           WritePath* writePath = nullptr);
+
+// End of day: writes one departure time ("hh:mm") into the lines of today's status file named by marksSeen
+// (RegNo -> the arrival and departure, columns 991-1000, as the caller saw them), in a single rewrite under
+// the data folder's lock. A line whose marks another desk changed since is left as it is.
+FileError SignOutDayStatus(AppState& state, const QHash<QString, QString>& marksSeen,
+                           const QString& departure,
+                           std::chrono::milliseconds lockWait = std::chrono::milliseconds(10000));
 
 } // namespace porvane

@@ -1,6 +1,7 @@
 #include "desk_window.h"
 
 #include <QCheckBox>
+#include <QHeaderView>
 #include <QScrollBar>
 
 using namespace porvane;
@@ -399,4 +400,198 @@ TEST_F(DeskFlow, todaySettingsListTodayAtStartAndBringTheIdleCalendarBack) {
     pick("CBGetMonth", QStringLiteral("DECEMBER"));
     QApplication::sendEvent(&window(), &activated);
     EXPECT_EQ(combo("CBGetMonth"), u"DECEMBER") << "a desk with a booking open keeps its month";
+}
+
+namespace {
+
+// The gate's visitors besides Ann: Ed is due today on a pass that ended on the 20th; Fay's pass starts on the
+// 25th; Hal has neither a time today nor a pass.
+const QByteArray kEd = handLine({{1, "261102080000"},
+                                 {14, "Ed"},
+                                 {31, "Old"},
+                                 {525, "SALES"},
+                                 {550, "Old Ltd"},
+                                 {936, "01-11-2026"},
+                                 {947, "20-11-2026"},
+                                 {1060 + 4 * 22, "0800"}});
+const QByteArray kFay = handLine({{1, "261104080000"},
+                                  {14, "Fay"},
+                                  {31, "Soon"},
+                                  {525, "SALES"},
+                                  {550, "Soon Ltd"},
+                                  {936, "25-11-2026"},
+                                  {947, "30-11-2026"}});
+const QByteArray kHal =
+    handLine({{1, "261105080000"}, {14, "Hal"}, {31, "Lone"}, {525, "SALES"}, {550, "Lone Ltd"}});
+
+class GateFlow : public DeskFlow {
+protected:
+    void SetUp() override {
+        writeNovember({kAnn, kCy, kEd, kFay, kHal});
+        window().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    }
+    // A keyboard-wedge scanner: the digits as keys, then Enter, wherever the focus is after F2.
+    void scan(const QString& typed) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F2);
+        ASSERT_EQ(QApplication::focusWidget(), find<QWidget>("ScanTB"));
+        keys(QApplication::focusWidget(), typed);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    }
+    QByteArray marks(const QByteArray& regNo) {
+        const QByteArray status = folder.read(QStringLiteral("Status/261123.vdf"));
+        const qsizetype at = status.indexOf(regNo);
+        return at < 0 ? QByteArray() : status.mid(at + 990, 10);
+    }
+    void key(Qt::Key k) { QTest::keyClick(QApplication::focusWidget(), k); }
+    // A button's shortcut presses it visibly and clicks a moment later.
+    void shortcut(Qt::Key k) {
+        key(k);
+        QTest::qWait(150);
+    }
+};
+
+} // namespace
+
+// Scanning a pass marks IN, the next scan OUT; a gone visitor, an unknown number, passes out of date and a
+// visitor not due today are refused with a message; a scan goes through the save decision like a row click.
+TEST_F(GateFlow, scanningAPassMarksInThenOutAndRefusesWhatIsNotOnTodaysList) {
+    find<QWidget>("StatGrid")->setFocus();
+    scan(u"261101080000"_s);
+    EXPECT_EQ(prompter.texts(), QStringList());
+    EXPECT_EQ(marks("261101080000"), "09:30  -  ");
+    EXPECT_EQ(text("RegNoTB"), u"261101080000");
+    EXPECT_EQ(label("LaON_Site"), u"09:30");
+    EXPECT_EQ(cell(highlightedRow(), 0).trimmed(), u"261101080000") << "the on-site list shows the visitor";
+    EXPECT_EQ(label("laOnSiteCounts"), u"Expected 3   On site 1   Left 0");
+
+    clock.advanceSeconds(3600);
+    scan(u"*261101080000*"_s); // a reader that sends the start and stop characters
+    EXPECT_EQ(marks("261101080000"), "09:3010:30");
+    EXPECT_EQ(label("LaOFFSite"), u"10:30");
+
+    const QByteArray before = folder.read(QStringLiteral("Status/261123.vdf"));
+    for (const QString& typed : {u"261101080000"_s, u"261120000000"_s, u"261102080000x"_s, u"261104080000"_s,
+                                 u"261105080000"_s, u"261002080000"_s})
+        scan(typed);
+    EXPECT_EQ(prompter.texts(),
+              (QStringList{u"Ann Lee (261101080000) has already left today at 10:30."_s,
+                           u"No booking has the number 261120000000."_s,
+                           u"\"261102080000x\" is not a pass number."_s,
+                           u"The pass of Fay Soon (261104080000) is not valid before 25-11-2026."_s,
+                           u"Hal Lone (261105080000) is not on today's list."_s,
+                           u"No booking has the number 261002080000."_s}));
+    EXPECT_EQ(folder.read(QStringLiteral("Status/261123.vdf")), before) << "a refused scan writes nothing";
+    EXPECT_EQ(text("RegNoTB"), u"261101080000") << "a refused scan opens nothing";
+
+    // An edit in the editor is asked about first; Cancel keeps it and marks nobody.
+    retype("PersMobTB", QStringLiteral("0777"));
+    prompter.clear();
+    prompter.queue(Answer::Cancel);
+    scan(u"261103080000"_s);
+    EXPECT_EQ(prompter.texts(),
+              QStringList{u"The current booking for ANN LEE has changed.\r\nDo you wish to save it? "_s});
+    EXPECT_EQ(marks("261103080000"), "  -    -  ");
+    EXPECT_EQ(text("PersMobTB"), u"0777");
+    prompter.queue(Answer::Yes);
+    scan(u"261103080000"_s);
+    EXPECT_EQ(columns(monthLines("2611")[0], 52, 16), "0777") << "the edit was saved on the way";
+    EXPECT_EQ(marks("261103080000"), "10:30  -  ");
+    EXPECT_EQ(text("RegNoTB"), u"261103080000");
+}
+
+// The on-site list counts and filters who is on site; F5 and F6 mark IN and OUT; Enter on a row goes to the
+// booking; Tab leaves the grids; the end of day signs out everyone still on site in one write.
+TEST_F(GateFlow, onSiteCountsFiltersKeysAndTheEndOfDaySignOut) {
+    click("cmdDayList");
+    EXPECT_EQ(label("laOnSiteCounts"), u"Expected 3   On site 0   Left 0");
+    clickRow(0);
+    shortcut(Qt::Key_F5);
+    EXPECT_EQ(marks("261101080000"), "09:30  -  ");
+    grid()->setFocus();
+    QTest::keyClick(grid(), Qt::Key_Down);
+    QTest::keyClick(grid(), Qt::Key_Down);
+    QTest::keyClick(grid(), Qt::Key_Return);
+    EXPECT_EQ(text("RegNoTB"), u"261102080000");
+    EXPECT_EQ(QApplication::focusWidget(), find<QWidget>("FirstNameTB")) << "Enter goes on to the booking";
+    shortcut(Qt::Key_F5);
+    clickRow(1);
+    shortcut(Qt::Key_F5);
+    clock.advanceSeconds(3600);
+    clickRow(0);
+    shortcut(Qt::Key_F6);
+    EXPECT_EQ(marks("261101080000"), "09:3010:30");
+    EXPECT_EQ(label("laOnSiteCounts"), u"Expected 3   On site 2   Left 1");
+
+    auto* onSiteNow = find<QCheckBox>("ckOnSiteNow");
+    auto* overstayed = find<QCheckBox>("ckOverstayed");
+    onSiteNow->click();
+    EXPECT_EQ(grid()->model()->rowCount(), 2);
+    EXPECT_EQ(cell(0, 0).trimmed() + u' ' + cell(1, 0).trimmed(), u"261103080000 261102080000");
+    EXPECT_EQ(highlightedRow(), -1) << "Ann, in the editor, has left and is not shown";
+    clickRow(1);
+    EXPECT_EQ(text("RegNoTB"), u"261102080000") << "a filtered row opens its own booking";
+    overstayed->click();
+    EXPECT_FALSE(onSiteNow->isChecked());
+    ASSERT_EQ(grid()->model()->rowCount(), 1);
+    EXPECT_EQ(cell(0, 0).trimmed(), u"261102080000") << "on site on a pass that ended on the 20th";
+    EXPECT_EQ(highlightedRow(), 0);
+    overstayed->click();
+    EXPECT_EQ(grid()->model()->rowCount(), 3 + 50);
+
+    // A heading click rebuilds the list from the file, then sorts by that column; a second click reverses.
+    writeNovember(
+        {kAnn, kCy, kEd, kFay, kHal,
+         handLine(
+             {{1, "261106080000"}, {14, "Bo"}, {31, "Abe"}, {550, "Abe Ltd"}, {1060 + 4 * 22, "1200"}})});
+    QHeaderView* heading = grid()->horizontalHeader();
+    const auto clickHeading = [&](int column) {
+        QTest::mouseClick(heading->viewport(), Qt::LeftButton, {},
+                          QPoint(heading->sectionViewportPosition(column) + 10, heading->height() / 2));
+    };
+    const auto lastNames = [&] {
+        QStringList names;
+        for (int row = 0; row < grid()->model()->rowCount(); ++row)
+            names << cell(row, 2);
+        return names.join(u' ');
+    };
+    clickHeading(2);
+    EXPECT_EQ(lastNames(), u"Abe Day Lee Old");
+    EXPECT_EQ(cell(highlightedRow(), 0).trimmed(), u"261102080000") << "the highlight follows the booking";
+    clickHeading(2);
+    EXPECT_EQ(lastNames(), u"Old Lee Day Abe");
+    clickHeading(5); // Expected: 08:00 09:30 12:00 14:15
+    EXPECT_EQ(lastNames(), u"Old Lee Abe Day");
+
+    for (const char* name : {"StatGrid", "TimeGrid"}) {
+        find<QWidget>(name)->setFocus();
+        key(Qt::Key_Tab);
+        EXPECT_NE(QApplication::focusWidget(), find<QWidget>(name)) << name << ": Tab leaves the grid";
+    }
+
+    clock.set(QDateTime(QDate(2026, 11, 23), QTime(17, 45)));
+    prompter.clear();
+    prompter.queue(Answer::No);
+    click("cmdSignOutAll");
+    EXPECT_EQ(prompter.texts(),
+              QStringList{u"2 visitors are still on site.\r\nSign them all out at 17:45?"_s});
+    EXPECT_EQ(marks("261102080000"), "09:30  -  ");
+    // While the question is up, another desk signs Cy out at 17:40: that departure stays.
+    prompter.whileAsking = [&](const Prompter::Message&) {
+        QByteArray status = folder.read(QStringLiteral("Status/261123.vdf"));
+        status.replace(status.indexOf("261103080000") + 995, 5, "17:40");
+        folder.write(QStringLiteral("Status/261123.vdf"), status);
+    };
+    prompter.queue(Answer::Yes);
+    click("cmdSignOutAll");
+    prompter.whileAsking = nullptr;
+    EXPECT_EQ(marks("261101080000"), "09:3010:30") << "who had left keeps the time they left";
+    EXPECT_EQ(marks("261102080000"), "09:3017:45");
+    EXPECT_EQ(marks("261103080000"), "09:3017:40");
+    EXPECT_EQ(label("LaOFFSite"), u"17:45") << "the booking in the editor shows its departure";
+    EXPECT_EQ(label("laOnSiteCounts"), u"Expected 4   On site 0   Left 3");
+    EXPECT_EQ(lastNames(), u"Old Lee Abe Day") << "the order holds through every rebuild";
+    prompter.clear();
+    click("cmdSignOutAll");
+    EXPECT_EQ(prompter.texts(), QStringList{u"Nobody is on site now."_s});
 }

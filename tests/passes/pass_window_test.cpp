@@ -10,6 +10,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QPdfWriter>
+#include <QPrinterInfo>
 #include <QProcess>
 #include <QPushButton>
 #include <QTableView>
@@ -226,4 +227,41 @@ TEST(PassWindow, asksBeforeRemovingAPass) {
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(d.state.RemovePassRequested);
     EXPECT_EQ(d.prompter.messages().size(), 2);
+}
+
+// With no printer installed the pass can be saved as a PDF file in the documents folder instead; No stores
+// nothing.
+TEST(PassWindow, withoutAPrinter_thePassIsSavedAsPdfInTheDocumentsFolder) {
+    if (!QPrinterInfo::defaultPrinter().isNull())
+        GTEST_SKIP() << "a printer is installed here";
+    PassWindowDesk d;
+    const QByteArray home = qgetenv("HOME");
+    const QByteArray config = qgetenv("XDG_CONFIG_HOME");
+    qputenv("HOME", d.folder.appPath().toUtf8());
+    qputenv("XDG_CONFIG_HOME", (d.folder.appPath() + u"config"_s).toUtf8());
+    const QString file = d.folder.appPath() + u"Documents/Pass 261114090000.pdf"_s;
+    PassWindow::Hooks hooks; // the real printing path
+    PassWindow window(d.state, hooks);
+    window.show();
+    const QByteArray before = d.folder.read(u"Record/2611.vrf"_s);
+
+    d.prompter.queue(Answer::No);
+    QTest::mouseClick(child<QPushButton>(window, "cmdPrintPass"), Qt::LeftButton);
+    EXPECT_EQ(
+        d.prompter.texts(),
+        (QStringList{u"No printer is installed.\r\nSave the pass as a PDF file instead, as %1?"_s.arg(file),
+                     u"The pass was not printed: No printer is installed"_s}));
+    EXPECT_EQ(d.folder.read(u"Record/2611.vrf"_s), before);
+
+    d.prompter.clear();
+    d.prompter.queue(Answer::Yes);
+    QTest::mouseClick(child<QPushButton>(window, "cmdPrintPass"), Qt::LeftButton);
+    EXPECT_EQ(d.prompter.texts().value(1), u"The pass was saved as %1"_s.arg(file));
+    const QString printed = run(u"pdftotext"_s, {file, u"-"_s}).simplified();
+    for (const QString& text :
+         {u"Ada Quist"_s, u"No. 261114090000"_s, u"Quist Surveys"_s, u"HARBOUR WORKS"_s})
+        EXPECT_TRUE(printed.contains(text)) << printed.toStdString();
+    EXPECT_EQ(d.adaLine().mid(935, 11), "14-11-2026 ") << "the saved pass is issued like a printed one";
+    qputenv("HOME", home);
+    qputenv("XDG_CONFIG_HOME", config);
 }

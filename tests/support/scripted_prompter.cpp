@@ -6,6 +6,8 @@ namespace porvane::test {
 
 Answer ScriptedPrompter::ask(const Message& message) {
     m_messages.append(message);
+    if (whileAsking)
+        whileAsking(message);
     if (m_answers.empty()) {
         // A notice needs no scripted answer; a question without one is a test fault.
         if (message.buttons == Buttons::Ok)

@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <deque>
+#include <functional>
 #include <optional>
 
 namespace porvane::test {
@@ -28,6 +29,8 @@ public:
         m_answers.clear();
     }
     std::size_t unusedAnswers() const { return m_answers.size(); }
+    // Runs while a message is up: what another desk does while this one waits for its operator.
+    std::function<void(const Message&)> whileAsking;
 
 private:
     QList<Message> m_messages;

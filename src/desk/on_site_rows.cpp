@@ -1,0 +1,77 @@
+#include "desk/on_site_rows.h"
+
+namespace porvane {
+
+namespace {
+
+// The on-site list's columns.
+constexpr int kRegNoColumn = 0;
+constexpr int kArrivedColumn = 6;
+constexpr int kDepartedColumn = 7;
+constexpr int kPassEndsColumn = 12;
+
+// "hh:mm" as the number hhmm; no time is 0.
+int timeNumber(const QString& text) {
+    int n = 0;
+    for (const QChar c : text) {
+        if (c == u' ' || c == u':')
+            continue;
+        if (!c.isDigit())
+            break;
+        n = n * 10 + c.digitValue();
+    }
+    return n;
+}
+
+} // namespace
+
+OnSiteRows::Visit OnSiteRows::visitOf(const QString& arrival, const QString& departure) {
+    const int in = timeNumber(arrival);
+    if (in == 0)
+        return Visit::Expected;
+    return in < timeNumber(departure) ? Visit::Left : Visit::OnSite;
+}
+
+OnSiteRows::Visit OnSiteRows::rowVisit(const ListTable& table, int row) {
+    return visitOf(table.text(row, kArrivedColumn), table.text(row, kDepartedColumn));
+}
+
+bool OnSiteRows::overstayed(const ListTable& table, int row, const QDate& today) {
+    if (rowVisit(table, row) != Visit::OnSite)
+        return false;
+    const QDate end =
+        QDate::fromString(table.text(row, kPassEndsColumn).trimmed(), QStringLiteral("dd-MM-yyyy"));
+    return end.isValid() && end < today;
+}
+
+bool OnSiteRows::shown(const ListTable& table, int row, Filter filter, const QDate& today) {
+    if (filter == Filter::All)
+        return true;
+    if (row >= table.listedCount())
+        return false;
+    return filter == Filter::OnSiteNow ? rowVisit(table, row) == Visit::OnSite
+                                       : overstayed(table, row, today);
+}
+
+QString OnSiteRows::countsText(const ListTable& table) {
+    int onSite = 0;
+    int left = 0;
+    for (int row = 0; row < table.listedCount(); ++row) {
+        const Visit v = rowVisit(table, row);
+        onSite += v == Visit::OnSite;
+        left += v == Visit::Left;
+    }
+    return tr("Expected %1   On site %2   Left %3").arg(table.listedCount()).arg(onSite).arg(left);
+}
+
+QHash<QString, QString> OnSiteRows::onSiteMarks(const ListTable& table) {
+    QHash<QString, QString> marks;
+    for (int row = 0; row < table.listedCount(); ++row) {
+        if (rowVisit(table, row) == Visit::OnSite)
+            marks.insert(table.text(row, kRegNoColumn).trimmed(),
+                         table.text(row, kArrivedColumn) + table.text(row, kDepartedColumn));
+    }
+    return marks;
+}
+
+} // namespace porvane
