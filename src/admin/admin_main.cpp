@@ -28,6 +28,7 @@ std::span<const Command> commandTable() {
 } // namespace porvane::admin
 
 int main(int argc, char* argv[]) {
-    return porvane::admin::runAdminCommandLine(
-        argc, argv, [](int& count, char* words[]) { return std::make_unique<QCoreApplication>(count, words); });
+    return porvane::admin::runAdminCommandLine(argc, argv, [](int& count, char* words[]) {
+        return std::make_unique<QCoreApplication>(count, words);
+    });
 }

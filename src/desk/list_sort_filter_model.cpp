@@ -2,6 +2,8 @@
 
 #include "lists/list_table_model.h"
 
+#include <QColor>
+
 namespace porvane {
 
 ListSortFilterModel::ListSortFilterModel(ListTableModel* source, QObject* parent)
@@ -27,25 +29,16 @@ int ListSortFilterModel::shownRow(int tableRow) const {
 }
 
 ListTable ListSortFilterModel::shownTable() const {
-    const ListTable& all = m_source->table();
-    ListTable shown;
-    shown.columns = all.columns;
-    shown.rowColours = all.rowColours;
-    for (int row = 0; row < rowCount(); ++row) {
-        const int from = tableRow(row);
-        if (from >= all.listedCount())
-            continue;
-        shown.beginRow();
-        for (int column = 0; column < all.columnCount(); ++column)
-            shown.addCell(all.bytes(from, column), all.textColour(from, column));
-    }
-    return shown;
+    QList<int> rows;
+    for (int row = 0; row < rowCount(); ++row)
+        rows.append(tableRow(row));
+    return m_source->table().withRows(rows);
 }
 
 QVariant ListSortFilterModel::data(const QModelIndex& index, int role) const {
     // The rows keep alternating colours in the order shown.
     if (role == Qt::BackgroundRole)
-        return m_source->table().rowColour(index.row());
+        return QColor::fromRgb(QRgb(m_source->table().rowColour(index.row())));
     return QSortFilterProxyModel::data(index, role);
 }
 

@@ -53,4 +53,13 @@ QString ListTable::text(int row, int column) const {
     return fromWindows1252(cell(row, column).bytes);
 }
 
+ListTable ListTable::withRows(const QList<int>& rows) const {
+    ListTable shown = *this;
+    shown.m_rows.clear();
+    for (const int row : rows)
+        if (row >= 0 && row < listedCount())
+            shown.m_rows.append(m_rows[row]);
+    return shown;
+}
+
 } // namespace porvane

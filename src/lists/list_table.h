@@ -64,6 +64,10 @@ public:
     TextColour textColour(int row, int column) const { return cell(row, column).colour; }
     quint32 rowColour(int row) const { return rowColours[std::size_t(row % 2)]; }
 
+    // The same table with only the given listed rows, in the given order: what the grid shows sorted or
+    // filtered, for printing it as it is seen.
+    ListTable withRows(const QList<int>& rows) const;
+
     // Adds a row for the line the reader returned last, with the list's note for it.
     void addRow(const LineReader& reader, qsizetype lineLength, quint16 note = 0);
 
