@@ -1,5 +1,7 @@
 #include "desk/on_site_rows.h"
 
+#include "lists/on_site_list.h"
+
 namespace porvane {
 
 namespace {
@@ -10,26 +12,13 @@ constexpr int kArrivedColumn = 6;
 constexpr int kDepartedColumn = 7;
 constexpr int kPassEndsColumn = 12;
 
-// "hh:mm" as the number hhmm; no time is 0.
-int timeNumber(const QString& text) {
-    int n = 0;
-    for (const QChar c : text) {
-        if (c == u' ' || c == u':')
-            continue;
-        if (!c.isDigit())
-            break;
-        n = n * 10 + c.digitValue();
-    }
-    return n;
-}
-
 } // namespace
 
 OnSiteRows::Visit OnSiteRows::visitOf(const QString& arrival, const QString& departure) {
-    const int in = timeNumber(arrival);
+    const int in = markNumber(arrival.toLatin1());
     if (in == 0)
         return Visit::Expected;
-    return in < timeNumber(departure) ? Visit::Left : Visit::OnSite;
+    return in < markNumber(departure.toLatin1()) ? Visit::Left : Visit::OnSite;
 }
 
 OnSiteRows::Visit OnSiteRows::rowVisit(const ListTable& table, int row) {

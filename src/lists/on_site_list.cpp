@@ -43,19 +43,6 @@ constexpr int kRegNoWidth = 12;
 constexpr QByteArrayView kNoMark = "  -  ";
 constexpr QByteArrayView kNoMarks = "  -    -  "; // arrival and departure
 
-// A mark "hh:mm" as the number hhmm; a missing mark ("  -  ", blanks) is 0.
-int markNumber(QByteArrayView mark) {
-    int n = 0;
-    for (const char c : mark) {
-        if (c == ' ' || c == ':')
-            continue;
-        if (c < '0' || c > '9')
-            break;
-        n = n * 10 + (c - '0');
-    }
-    return n;
-}
-
 QByteArrayView firstColumns(QByteArrayView line) {
     return line.first(std::min<qsizetype>(kRegNoWidth, line.size()));
 }
@@ -165,6 +152,18 @@ BuiltList OnSiteList::build(const QString& dataPath, const QDate& today) {
     }
     out.error = reader.error();
     return out;
+}
+
+int markNumber(QByteArrayView mark) {
+    int n = 0;
+    for (const char c : mark) {
+        if (c == ' ' || c == ':')
+            continue;
+        if (c < '0' || c > '9')
+            break;
+        n = n * 10 + (c - '0');
+    }
+    return n;
 }
 
 } // namespace porvane

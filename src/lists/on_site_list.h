@@ -24,4 +24,7 @@ public:
     static BuiltList build(const QString& dataPath, const QDate& today);
 };
 
+// A mark "hh:mm" (or "hhmm") as the number hhmm; a missing mark ("  -  ", blanks) is 0.
+int markNumber(QByteArrayView mark);
+
 } // namespace porvane
