@@ -138,11 +138,11 @@ StoreResult RecordStore::UpdatePass(const CurrentRecord& booking, const QString&
     return replaceLines(bookingYymm, regNoText, [&](QByteArrayView stored, QByteArray& out) {
         QByteArray line = stored.toByteArray();
         for (Field f : kPassFields) {
-            const FieldSpec& spec = fieldSpec(f);
-            const qsizetype end = spec.column - 1 + spec.width;
+            const FieldSpec& place = fieldSpec(f);
+            const qsizetype end = place.column - 1 + place.width;
             if (line.size() < end)
                 line.append(QByteArray(end - line.size(), ' '));
-            line.replace(spec.column - 1, spec.width, encoded.mid(spec.column - 1, spec.width));
+            line.replace(place.column - 1, place.width, encoded.mid(place.column - 1, place.width));
         }
         out.append(line);
         out.append(kLineEnd);
