@@ -2,8 +2,8 @@
 
 #include "desk/desk_help.h"
 #include "desk/email_check.h"
-#include "photos/photo_paths.h"
 #include "store/day_status.h"
+#include "store/photo_paths.h"
 #include "store/record_store.h"
 #include "store/windows1252.h"
 

@@ -1,6 +1,6 @@
 #include "passes/pass_issue.h"
 
-#include "photos/photo_paths.h"
+#include "store/photo_paths.h"
 #include "store/record_store.h"
 
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 #include "photos/camera_capture.h"
 
 #include "photos/photo_files.h"
-#include "photos/photo_paths.h"
+#include "store/photo_paths.h"
 
 #include <QBuffer>
 

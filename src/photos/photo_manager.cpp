@@ -1,9 +1,9 @@
 #include "photos/photo_manager.h"
 
 #include "photos/photo_files.h"
-#include "photos/photo_paths.h"
 #include "store/data_paths.h"
 #include "store/line_reader.h"
+#include "store/photo_paths.h"
 #include "store/record_line.h"
 
 #include <QDir>

@@ -1,9 +1,9 @@
 #include "store/record_store.h"
 
-#include "photos/photo_paths.h"
 #include "store/data_lock.h"
 #include "store/data_paths.h"
 #include "store/line_reader.h"
+#include "store/photo_paths.h"
 #include "store/record_line.h"
 #include "store/safe_file.h"
 #include "store/windows1252.h"

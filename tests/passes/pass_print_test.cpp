@@ -1,7 +1,7 @@
 #include "passes/pass_issue.h"
 #include "passes/pass_layout.h"
 #include "photos/photo_files.h"
-#include "photos/photo_paths.h"
+#include "store/photo_paths.h"
 #include "test_desk.h"
 
 #include <QBuffer>

@@ -1,6 +1,6 @@
 // Names and identifiers read from record files go into photo file names and deletions; none of them may reach
 // a file outside the data folder's own month folders.
-#include "photos/photo_paths.h"
+#include "store/photo_paths.h"
 #include "store/record_line.h"
 #include "store/record_store.h"
 #include "test_desk.h"

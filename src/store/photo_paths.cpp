@@ -1,4 +1,4 @@
-#include "photos/photo_paths.h"
+#include "store/photo_paths.h"
 
 namespace porvane {
 
