@@ -943,7 +943,7 @@ void MainWindow::showDateState() {
         }
     }
     if (laBookMonth)
-        laBookMonth->setText(m_editor.bookingMonthText());
+        showBookingMonth();
 }
 
 void MainWindow::tickClock() {
@@ -981,14 +981,19 @@ void MainWindow::showBooking() {
     showEditorState();
 }
 
+// The month of the booking beside its number, red while the date boxes show another month.
+void MainWindow::showBookingMonth() {
+    laBookMonth->setText(m_editor.bookingMonthText());
+    setStyleOnce(laBookMonth, m_editor.bookingMonthDiffers() ? QStringLiteral("color: #c00000;") : QString());
+}
+
 void MainWindow::showEditorState() {
     const BookingEditor::View& v = m_editor.view();
     const bool readOnly = m_editor.readOnly();
     for (Field field : BookingEditor::kBoxes)
         m_boxes[std::size_t(field)]->setEnabled(!readOnly || field == Field::RegNo);
     setStyleOnce(RegNoTB, QStringLiteral("background-color: %1;").arg(m_editor.regNoBackground().name()));
-    laBookMonth->setText(m_editor.bookingMonthText());
-    setStyleOnce(laBookMonth, m_editor.bookingMonthDiffers() ? QStringLiteral("color: #c00000;") : QString());
+    showBookingMonth();
     setLabel(PassPrntdLa, v.PassPrntdLa);
     setLabel(PhotoOnFLa, v.PhotoOnFLa);
     setLabel(LaON_Site, v.LaON_Site);

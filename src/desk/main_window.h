@@ -73,6 +73,7 @@ private:
     void showBooking();
     // The labels, colours, focus and buttons that the editor's logic decides.
     void showEditorState();
+    void showBookingMonth();
     void showDateState();
     void showTitle();
     void fillPickLists();

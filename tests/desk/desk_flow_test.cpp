@@ -168,6 +168,9 @@ TEST_F(DeskFlow, aBookingLandsOnlyInTheMonthTheBoxesShow) {
     writeNovember({kAnn});
     openFromTodaysList(0);
     pick("CBGetMonth", QStringLiteral("DECEMBER"));
+    EXPECT_EQ(label("laBookMonth"), u"NOVEMBER 2026");
+    EXPECT_TRUE(find<QLabel>("laBookMonth")->styleSheet().contains(u"#c00000"))
+        << "the booking's month stands out while the boxes show another";
     retype("CatOrganTB", QStringLiteral("Lee & Sons"));
     click("cmdSAVE");
     EXPECT_EQ(columns(monthLines("2611")[0], 550, 50), "Lee & Sons")
