@@ -1,6 +1,7 @@
 // porvane-admin: the desk's lists, search, on-site view, deletion, checks and demonstration data on the
 // command line. It loads Qt Core only; pass printing is handed to porvane-pass.
 #include "admin/admin_session.h"
+#include "admin/db_command.h"
 #include "admin/demo_command.h"
 #include "admin/list_command.h"
 #include "admin/pass_command.h"
@@ -21,6 +22,7 @@ std::span<const Command> commandTable() {
         {"onsite", "", runOnsiteCommand},
         {"purge", kPurgeSynopsis, runPurgeCommand},
         {"verify", "", runVerifyCommand},
+        {"db", kDbSynopsis, runDbCommand},
     };
     return commands;
 }

@@ -18,10 +18,14 @@ int usageError(const QString& why) {
     QTextStream err(stderr);
     if (!why.isEmpty())
         err << "porvane-admin: " << why << '\n';
-    err << "usage: porvane-admin [--home DIR] [--data DIR] [--today YYYY-MM-DD] [--now HH:MM] [--csv] "
-           "COMMAND [ARGS]\n";
+    err << "usage: porvane-admin [--home DIR] [--data DIR] [--db CONNINFO] [--today YYYY-MM-DD] [--now "
+           "HH:MM] "
+           "[--csv] COMMAND [ARGS]\n";
     err << "  --home DIR   the desk's home (default: PORVANE_HOME, else the program's folder)\n"
            "  --data DIR   the data folder (default: the data folder in the home's settings)\n"
+           "  --db CONNINFO  the PostgreSQL server (\"host=/run/postgresql port=5432 dbname=porvane "
+           "user=desk\"),\n"
+           "               for the db commands\n"
            "  --today, --now   run as on that day and at that time\n"
            "  --csv        print lists as CSV\n";
     const auto commands = commandTable();
@@ -37,6 +41,7 @@ namespace {
 struct Options {
     QString home;
     QString data;
+    QString database;
     QDate today;
     QTime now;
     bool csv = false;
@@ -58,6 +63,8 @@ QString parse(const QStringList& arguments, Options& o) {
             o.home = arguments.at(++i);
         } else if (a == u"--data" && hasValue) {
             o.data = arguments.at(++i);
+        } else if (a == u"--db" && hasValue) {
+            o.database = arguments.at(++i);
         } else if (a == u"--today" && hasValue) {
             o.today = QDate::fromString(arguments.at(++i), Qt::ISODate);
             if (!o.today.isValid())
@@ -108,6 +115,9 @@ int runAdminCommandLine(int argc, char* argv[], const ApplicationMaker& makeAppl
         return usageError(why);
     if (!command)
         return usageError(QStringLiteral("unknown command ") + o.command);
+    if (!o.database.isEmpty() && o.command != u"db")
+        return usageError(o.command +
+                          QStringLiteral(" works on the data folder only; --db is for the db commands"));
 
     ConsolePrompter prompter;
     SystemClock systemClock;
@@ -130,7 +140,7 @@ int runAdminCommandLine(int argc, char* argv[], const ApplicationMaker& makeAppl
     if (!o.data.isEmpty())
         state.settings.DataPath = QDir(o.data).absolutePath();
 
-    CommandContext context{state, o.args, o.csv, prompter};
+    CommandContext context{state, o.args, o.csv, prompter, o.database};
     return command->run(context);
 }
 

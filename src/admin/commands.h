@@ -10,12 +10,14 @@ namespace porvane::admin {
 
 // What every command gets: the desk's state over the chosen home and data folder (fixed clock when --today
 // or --now is given), the command's own arguments, whether to print CSV instead of aligned columns, and the
-// prompter behind the state, whose way of answering questions a command may choose.
+// prompter behind the state, whose way of answering questions a command may choose, and the connection string
+// of the server (--db), empty for the data folder.
 struct CommandContext {
     AppState& state;
     QStringList args;
     bool csv = false;
     ConsolePrompter& prompter;
+    QString database;
 };
 
 // A command returns the exit status: 0 done, 1 refused or failed (reason on stderr), 2 wrong arguments.

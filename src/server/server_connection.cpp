@@ -1,0 +1,81 @@
+#include "server/server_connection.h"
+
+#include <QCoreApplication>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlField>
+#include <QSqlQuery>
+#include <atomic>
+
+namespace porvane {
+
+namespace {
+const QString kDriver = QStringLiteral("QPSQL");
+}
+
+ServerError ServerError::from(const QSqlError& error) {
+    if (error.type() == QSqlError::NoError)
+        return {};
+    QString text = error.databaseText().trimmed();
+    if (text.isEmpty())
+        text = error.text().trimmed();
+    if (text.isEmpty())
+        text = QCoreApplication::translate("ServerConnection", "the server failed without saying why");
+    return {text, error.nativeErrorCode()};
+}
+
+ServerConnection::ServerConnection(const QString& connInfo) {
+    static std::atomic<int> made{0};
+    m_name = QStringLiteral("porvane-server-%1").arg(++made);
+    if (!QSqlDatabase::isDriverAvailable(kDriver)) {
+        m_error.text = QCoreApplication::translate(
+            "ServerConnection", "Qt's PostgreSQL driver is not installed (Debian package libqt6sql6-psql)");
+        return;
+    }
+    QSqlDatabase db = QSqlDatabase::addDatabase(kDriver, m_name);
+    // The driver hands its connect options to libpq as they are, after the parts it was given one by one
+    // (none here); it reads a ";" as a blank, which a key=value string never needs.
+    db.setConnectOptions(connInfo);
+    if (!db.open())
+        m_error = ServerError::from(db.lastError());
+}
+
+ServerConnection::~ServerConnection() {
+    {
+        QSqlDatabase db = database();
+        if (db.isValid())
+            db.close();
+    }
+    QSqlDatabase::removeDatabase(m_name);
+}
+
+ServerError ServerConnection::exec(const QString& sql) {
+    QSqlQuery query(database());
+    if (!query.exec(sql))
+        return ServerError::from(query.lastError());
+    return {};
+}
+
+ServerError ServerConnection::inTransaction(const std::function<ServerError()>& work) {
+    QSqlDatabase db = database();
+    if (!db.transaction())
+        return ServerError::from(db.lastError());
+    ServerError error = work();
+    if (error) {
+        db.rollback();
+        return error;
+    }
+    if (!db.commit())
+        return ServerError::from(db.lastError());
+    return {};
+}
+
+QString ServerConnection::quoted(const QString& text) const {
+    if (text.isEmpty())
+        return QStringLiteral("''"); // never NULL, which a null text would give
+    QSqlField field(QString(), QMetaType(QMetaType::QString));
+    field.setValue(text);
+    return database().driver()->formatValue(field);
+}
+
+} // namespace porvane
