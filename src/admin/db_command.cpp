@@ -40,7 +40,8 @@ int import(ServerConnection& server, const QString& dataPath) {
     if (result.error)
         err << "porvane-admin: " << result.failedFile
             << ": not loaded, nor the files after it: " << result.error.text << '\n';
-    QTextStream(stdout) << result.lines << " lines of " << result.files << " files loaded\n";
+    QTextStream(stdout) << result.lines << " lines of " << result.files
+                        << (result.files == 1 ? " file" : " files") << " loaded\n";
     return result.error || !result.notLoaded.isEmpty() ? 1 : 0;
 }
 
@@ -48,7 +49,8 @@ int exportTo(ServerConnection& server, const QString& dataPath) {
     const FolderExport result = exportDataFolder(server, dataPath);
     if (!result.error.isEmpty())
         return failed(result.error);
-    QTextStream(stdout) << result.lines << " lines written to " << result.files << " files\n";
+    QTextStream(stdout) << result.lines << " lines written to " << result.files
+                        << (result.files == 1 ? " file\n" : " files\n");
     return 0;
 }
 
