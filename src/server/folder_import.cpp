@@ -15,6 +15,23 @@ namespace {
 // Rows per INSERT: few round trips, statements of a few hundred kilobytes.
 constexpr int kRowsPerStatement = 250;
 
+// The slots as one array literal, each element quoted: the server reads it far faster than 31 expressions.
+QString arrayLiteral(const std::array<QString, kBookedSlotCount>& times) {
+    QString literal = QStringLiteral("{");
+    for (const QString& time : times) {
+        if (literal.size() > 1)
+            literal += u',';
+        literal += u'"';
+        for (const QChar c : time) {
+            if (c == u'"' || c == u'\\')
+                literal += u'\\';
+            literal += c;
+        }
+        literal += u'"';
+    }
+    return literal + u'}';
+}
+
 class RowWriter {
 public:
     RowWriter(ServerConnection& server, const StoredTable& table, const QString& key)
@@ -29,10 +46,7 @@ public:
         m_values += m_key + u',' + QString::number(seq);
         for (const QString& value : stored.fields)
             m_values += u',' + m_server.quoted(value);
-        m_values += QStringLiteral(",ARRAY[");
-        for (std::size_t i = 0; i < stored.bookedSlots.size(); ++i)
-            m_values += (i ? QStringLiteral(",") : QString()) + m_server.quoted(stored.bookedSlots[i]);
-        m_values += QStringLiteral("])");
+        m_values += u',' + m_server.quoted(arrayLiteral(stored.bookedSlots)) + u')';
         return ++m_rows == kRowsPerStatement ? flush() : ServerError{};
     }
 

@@ -91,13 +91,14 @@ TEST_F(DbCommand, importThenExport_givesEveryFileBackByteForByte) {
     for (const QString& day : {u"2026-01-15"_s, u"2026-02-10"_s})
         ASSERT_EQ(porvane::test::runAdmin(folder, day, {u"onsite"_s}).status, 0);
     // Lines as another desk may have left them: Windows-1252 letters, line-break marks, a leading blank,
-    // arrival marked, departure blank rather than "  -  ".
+    // arrival marked, departure blank rather than "  -  ", a booked time no desk would write.
     const QByteArray odd = handLine({{1, "260203090000"},
                                      {14, " Zo\xEB"},
                                      {31, "M\xFCller \x80"},
                                      {293, "knee<$c>stick<$c>"},
                                      {991, "09:05"},
                                      {1060, "0900"},
+                                     {1064, "9\"\\5"},
                                      {1060 + 4 * 27, "1730"}});
     folder.write(u"Record/2602.vrf"_s, folder.read(u"Record/2602.vrf"_s) + odd + "\r\n");
     folder.write(u"Status/260210.vdf"_s, folder.read(u"Status/260210.vdf"_s) + odd + "\r\n");
