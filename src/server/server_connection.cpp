@@ -34,8 +34,9 @@ ServerConnection::ServerConnection(const QString& connInfo) {
     }
     QSqlDatabase db = QSqlDatabase::addDatabase(kDriver, m_name);
     // The driver hands its connect options to libpq as they are, after the parts it was given one by one
-    // (none here); it reads a ";" as a blank, which a key=value string never needs.
-    db.setConnectOptions(connInfo);
+    // (none here); it reads a ";" as a blank, which a key=value string never needs. A server that does not
+    // answer is given up after ten seconds unless the string says otherwise (a later key wins).
+    db.setConnectOptions(QStringLiteral("connect_timeout=10 ") + connInfo);
     if (!db.open())
         m_error = ServerError::from(db.lastError());
 }
