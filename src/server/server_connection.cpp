@@ -74,7 +74,7 @@ ServerError ServerConnection::inTransaction(const std::function<ServerError()>& 
 QString ServerConnection::quoted(const QString& text) const {
     if (text.isEmpty())
         return QStringLiteral("''"); // never NULL, which a null text would give
-    QSqlField field(QString(), QMetaType(QMetaType::QString));
+    QSqlField field{QString(), QMetaType(QMetaType::QString)};
     field.setValue(text);
     return database().driver()->formatValue(field);
 }
