@@ -136,18 +136,29 @@ TEST_F(DbCommand, damagedLines_areReportedWithTheirPlace_andTheRestLoaded) {
                                            "\r\n" + handLine({{1, "260201100000"}}, 100) + "\r\n" +
                                            handLine({{1, "260201110000"}, {13, "X"}}) + "\r\n" + c + "\r\n");
 
+    // A line far longer than any booking stops the reading of its file; the lines before it are kept.
+    folder.write(u"Record/2603.vrf"_s, a + "\r\n" + QByteArray(70000, 'x') + "\r\n" + b + "\r\n");
+
     ASSERT_EQ(db(folder, {u"init"_s}).status, 0);
     AdminRun r = db(folder, {u"import"_s, folder.dataPath()});
     EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.out, u"3 lines of 1 file loaded\n"_s);
-    EXPECT_EQ(r.err,
-              u"porvane-admin: Record/2602.vrf:2: not loaded: line is 1200 characters long, not 1186\n"
-              "porvane-admin: Record/2602.vrf:4: not loaded: line is 100 characters long, not 1186\n"
-              "porvane-admin: Record/2602.vrf:5: not loaded: text between the fields, where the line is "
-              "blank\n"_s);
+    EXPECT_EQ(r.out, u"4 lines of 2 files loaded\n"_s);
+    const QStringList err = r.err.split(u'\n');
+    ASSERT_EQ(err.size(), 5) << r.err.toStdString();
+    EXPECT_EQ(err[0],
+              u"porvane-admin: Record/2602.vrf:2: not loaded: line is 1200 characters long, not 1186"_s);
+    EXPECT_EQ(err[1],
+              u"porvane-admin: Record/2602.vrf:4: not loaded: line is 100 characters long, not 1186"_s);
+    EXPECT_EQ(
+        err[2],
+        u"porvane-admin: Record/2602.vrf:5: not loaded: text between the fields, where the line is blank"_s);
+    EXPECT_TRUE(
+        err[3].startsWith(u"porvane-admin: Record/2603.vrf:2: not loaded: Damaged file: line 2 of "_s));
+    EXPECT_TRUE(err[3].endsWith(u"2603.vrf is longer than any booking; the rest of the file is not read"_s));
 
     r = db(folder, {u"export"_s, folder.path(u"out"_s)});
     ASSERT_EQ(r.status, 0) << r.err.toStdString();
-    EXPECT_EQ(r.out, u"3 lines written to 1 file\n"_s);
+    EXPECT_EQ(r.out, u"4 lines written to 2 files\n"_s);
     EXPECT_EQ(folder.read(u"out/Record/2602.vrf"_s), a + "\r\n" + b + "\r\n" + c + "\r\n");
+    EXPECT_EQ(folder.read(u"out/Record/2603.vrf"_s), a + "\r\n");
 }
