@@ -32,19 +32,22 @@ struct ColumnDef {
     int column;
     int size;
     Shown shown;
+    // Words a printed list may wrap onto more lines; every other column (numbers, dates, times, telephone
+    // numbers, car registrations) is printed on one line.
+    bool wraps = false;
 };
 
 // The columns the lists share, each defined once; a list's table picks them in its own order.
 inline constexpr ColumnDef kColRegistration{
     QT_TRANSLATE_NOOP("ListColumns", "Registration"), 100, false, 1, 12, Shown::AsRead};
 inline constexpr ColumnDef kColFirstName{
-    QT_TRANSLATE_NOOP("ListColumns", "First Name"), 100, true, 14, 16, Shown::Trimmed};
+    QT_TRANSLATE_NOOP("ListColumns", "First Name"), 100, true, 14, 16, Shown::Trimmed, true};
 inline constexpr ColumnDef kColLastName{
-    QT_TRANSLATE_NOOP("ListColumns", "Last Name"), 100, true, 31, 18, Shown::Trimmed};
+    QT_TRANSLATE_NOOP("ListColumns", "Last Name"), 100, true, 31, 18, Shown::Trimmed, true};
 inline constexpr ColumnDef kColOrganisation{
-    QT_TRANSLATE_NOOP("ListColumns", "Organisation"), 180, true, 550, 50, Shown::AsRead};
+    QT_TRANSLATE_NOOP("ListColumns", "Organisation"), 180, true, 550, 50, Shown::AsRead, true};
 inline constexpr ColumnDef kColCategory{
-    QT_TRANSLATE_NOOP("ListColumns", "Category"), 140, true, 504, 20, Shown::AsRead};
+    QT_TRANSLATE_NOOP("ListColumns", "Category"), 140, true, 504, 20, Shown::AsRead, true};
 inline constexpr ColumnDef kColParty{
     QT_TRANSLATE_NOOP("ListColumns", "Party"), 45, false, 601, 3, Shown::Trimmed};
 inline constexpr ColumnDef kColTelephone{
@@ -52,7 +55,7 @@ inline constexpr ColumnDef kColTelephone{
 inline constexpr ColumnDef kColPassValid{
     QT_TRANSLATE_NOOP("ListColumns", "Pass Valid"), 75, false, 936, 10, Shown::AsRead};
 inline constexpr ColumnDef kColPassIssued{
-    QT_TRANSLATE_NOOP("ListColumns", "Pass Issued"), 120, false, 969, 19, Shown::AsRead};
+    QT_TRANSLATE_NOOP("ListColumns", "Pass Issued"), 120, false, 969, 19, Shown::AsRead, true};
 inline constexpr ColumnDef kColLength{
     QT_TRANSLATE_NOOP("ListColumns", "Length"), 50, false, 958, 1, Shown::AsRead};
 inline constexpr ColumnDef kColPassType{
@@ -62,9 +65,9 @@ inline constexpr ColumnDef kColPassEnds{
 inline constexpr ColumnDef kColCarReg{
     QT_TRANSLATE_NOOP("ListColumns", "Car Reg"), 75, false, 69, 10, Shown::AsRead};
 inline constexpr ColumnDef kColReportsTo{
-    QT_TRANSLATE_NOOP("ListColumns", "Reports to:"), 140, true, 758, 36, Shown::AsRead};
+    QT_TRANSLATE_NOOP("ListColumns", "Reports to:"), 140, true, 758, 36, Shown::AsRead, true};
 inline constexpr ColumnDef kColDepartment{
-    QT_TRANSLATE_NOOP("ListColumns", "Department"), 150, true, 525, 24, Shown::AsRead};
+    QT_TRANSLATE_NOOP("ListColumns", "Department"), 150, true, 525, 24, Shown::AsRead, true};
 inline constexpr ColumnDef kColContact{
     QT_TRANSLATE_NOOP("ListColumns", "Contact"), 110, true, 795, 16, Shown::AsRead};
 inline constexpr ColumnDef kColExpected{

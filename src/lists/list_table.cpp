@@ -31,7 +31,8 @@ ListTable::ListTable(const ListLayout& layout, const LineReader& reader)
     columns.reserve(qsizetype(layout.columns.size()));
     for (const ColumnDef& def : layout.columns)
         columns.append({QCoreApplication::translate("ListColumns", def.header), def.width,
-                        def.left ? Qt::Alignment(Qt::AlignLeft) : Qt::Alignment(Qt::AlignHCenter)});
+                        def.left ? Qt::Alignment(Qt::AlignLeft) : Qt::Alignment(Qt::AlignHCenter),
+                        def.wraps});
 }
 
 void ListTable::addRow(const LineReader& reader, qsizetype lineLength, quint16 note) {

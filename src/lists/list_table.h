@@ -22,6 +22,7 @@ struct ListColumn {
     QString header;
     int width = 0; // the grid's units (pixels at 96 dpi)
     Qt::Alignment alignment = Qt::AlignCenter;
+    bool wraps = false; // printed on more lines at its blanks when it must; else always on one line
 };
 
 // One cell: its stored Windows-1252 bytes, valid until the table is asked for another cell, and its colour.
