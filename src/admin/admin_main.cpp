@@ -1,11 +1,12 @@
 // porvane-admin: the desk's lists, search, on-site view, deletion, checks and demonstration data on the
-// command line. It loads Qt Core only; pass printing is handed to porvane-pass.
+// command line. It loads Qt Core only; the pass and the roll-call sheet are drawn by porvane-pass.
 #include "admin/admin_session.h"
 #include "admin/db_command.h"
 #include "admin/demo_command.h"
 #include "admin/list_command.h"
 #include "admin/pass_command.h"
 #include "admin/purge_command.h"
+#include "admin/rollcall_command.h"
 #include "admin/verify_command.h"
 
 #include <vector>
@@ -20,6 +21,7 @@ std::span<const Command> commandTable() {
         {"list", "day YYYY-MM-DD | month YYYY-MM", runListCommand},
         {"search", "YYYY-MM KIND TEXT", runSearchCommand},
         {"onsite", "", runOnsiteCommand},
+        {"rollcall", kRollCallSynopsis, nullptr, "porvane-pass"},
         {"purge", kPurgeSynopsis, runPurgeCommand},
         {"verify", "", runVerifyCommand},
         {"db", kDbSynopsis, runDbCommand},

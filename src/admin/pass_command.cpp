@@ -1,35 +1,14 @@
 #include "admin/pass_command.h"
 
+#include "admin/print_target.h"
 #include "passes/pass_issue.h"
 #include "passes/pass_layout.h"
 #include "store/data_paths.h"
 #include "store/record_store.h"
 
-#include <QPdfWriter>
-#include <QPrinter>
-#include <QPrinterInfo>
 #include <QTextStream>
 
 namespace porvane::admin {
-
-namespace {
-
-QString printTo(const QString& pdf, const PassContent& content) {
-    if (!pdf.isEmpty()) {
-        QPdfWriter writer(pdf);
-        writer.setResolution(600);
-        writer.setTitle(QStringLiteral("Visitor pass ") + content.regNo);
-        return PassLayout::print(writer, content);
-    }
-    if (QPrinterInfo::defaultPrinter().isNull())
-        return QStringLiteral("No printer is installed");
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setFullPage(true);
-    printer.setDocName(QStringLiteral("Visitor pass ") + content.regNo);
-    return PassLayout::print(printer, content);
-}
-
-} // namespace
 
 FileError loadBooking(AppState& state, const QString& regNo) {
     FileError error;
@@ -99,8 +78,11 @@ int runPassCommand(CommandContext& context) {
             return 1;
     }
     QString error;
-    switch (pass.print([&pdf](const PassContent& c) { return printTo(pdf, c); }, updateBookingInStore(state),
-                       &error)) {
+    const auto printTo = [&pdf](const PassContent& c) {
+        return printOrWritePdf(pdf, QStringLiteral("Visitor pass ") + c.regNo, true,
+                               [&c](QPagedPaintDevice& device) { return PassLayout::print(device, c); });
+    };
+    switch (pass.print(printTo, updateBookingInStore(state), &error)) {
     case PassIssue::PrintResult::Printed:
         QTextStream(stdout) << "Pass " << regNo << ' ' << state.record[Field::PassStart] << " to "
                             << state.record[Field::PassEnd] << ' ' << state.record[Field::PassPeriod] << '\n';

@@ -1,14 +1,16 @@
-// porvane-pass: porvane-admin's pass command, in a program of its own because drawing a pass needs Qt Gui.
-// porvane-admin hands `pass` command lines to it unchanged.
+// porvane-pass: porvane-admin's commands that draw (the pass and the roll-call sheet), in a program of its
+// own because drawing needs Qt Gui. porvane-admin hands their command lines to it unchanged.
 #include "admin/admin_session.h"
 #include "admin/pass_command.h"
+#include "admin/rollcall_command.h"
 
 #include <QGuiApplication>
 
 namespace porvane::admin {
 
 std::span<const Command> commandTable() {
-    static const Command commands[]{{"pass", kPassSynopsis, runPassCommand}};
+    static const Command commands[]{{"pass", kPassSynopsis, runPassCommand},
+                                    {"rollcall", kRollCallSynopsis, runRollCallCommand}};
     return commands;
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/about_window.h"
 #include "app/help_topics.h"
+#include "app/print_dialog.h"
 #include "demo/demo_offer.h"
 #include "desk/booked_times_model.h"
 #include "desk/desk_help.h"
@@ -14,6 +15,7 @@
 #include "lists/list_table_model.h"
 #include "lists/multi_delete_window.h"
 #include "lists/record_search.h"
+#include "lists/roll_call_sheet.h"
 #include "passes/pass_window.h"
 #include "photos/camera_window.h"
 #include "photos/photo_manager_window.h"
@@ -33,8 +35,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPrintPreviewDialog>
-#include <QPrinter>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -437,6 +437,9 @@ QWidget* MainWindow::buildGate() {
     ckOnSiteNow = named(new QCheckBox(tr("On site now only")), "ckOnSiteNow");
     ckOverstayed = named(new QCheckBox(tr("Pass expired")), "ckOverstayed");
     ckOverstayed->setToolTip(tr("Only visitors still on site whose pass has expired"));
+    cmdRollCall = button(tr("Roll call"), "cmdRollCall",
+                         tr("Print everyone on site now, with a box to tick at the muster point (F9)"));
+    cmdRollCall->setShortcut(Qt::Key_F9);
     cmdSignOutAll = button(tr("Sign out everyone..."), "cmdSignOutAll",
                            tr("End of day: sign out everyone still on site now"));
     h->addWidget(scanLabel);
@@ -446,6 +449,7 @@ QWidget* MainWindow::buildGate() {
     h->addStretch(1);
     h->addWidget(ckOnSiteNow);
     h->addWidget(ckOverstayed);
+    h->addWidget(cmdRollCall);
     h->addWidget(cmdSignOutAll);
     return panel;
 }
@@ -741,6 +745,7 @@ void MainWindow::wireGate() {
             ckOnSiteNow->setChecked(false);
         showOnSiteFilter();
     });
+    connect(cmdRollCall, &QPushButton::clicked, this, &MainWindow::printRollCall);
     connect(cmdSignOutAll, &QPushButton::clicked, this, &MainWindow::signOutEveryone);
     StatGrid->installEventFilter(this);
 }
@@ -831,15 +836,31 @@ void MainWindow::printList() {
     }
     const QString title =
         ListPrinting::title(m_state.listMode, m_state.settings.SiteName, m_dates, m_state.clock.now().time());
-    QPrinter printer(QPrinter::HighResolution);
-    QPrintPreviewDialog preview(&printer, this);
-    preview.setWindowTitle(tr("Print preview"));
-    preview.resize(1000, 700);
-    QString failure;
-    connect(&preview, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter* p) {
-        failure = ListPrinting::print(*p, table, table.listedCount(), title, m_state.clock.today());
-    });
-    preview.exec();
+    const QDate today = m_state.clock.today();
+    const QString failure = PrintDialog::print(
+        m_state.prompter, this,
+        {tr("Visitor list"),
+         tr("Visitor list %1.pdf").arg(m_state.clock.now().toString(QStringLiteral("yyyy-MM-dd hhmm"))),
+         tr("the list"), true, [&](QPagedPaintDevice& device) {
+             return ListPrinting::print(device, table, table.listedCount(), title, today);
+         }});
+    if (!failure.isEmpty())
+        m_state.prompter.tell(QStringLiteral("Porvane 90"), failure);
+}
+
+void MainWindow::printRollCall() {
+    // Printed from the on-site list as it is now, rebuilt from the files, and shown with it.
+    setHelpContext(m_state, DeskAction::OnSiteList);
+    m_lists.showDayStatus();
+    showListState();
+    const QList<RollCallEntry> entries = RollCallSheet::entries(m_lists.table(), m_state.dataPath());
+    const QDateTime made = m_state.clock.now();
+    const QString failure = PrintDialog::print(
+        m_state.prompter, this,
+        {tr("Roll call"), tr("Roll call %1.pdf").arg(made.toString(QStringLiteral("yyyy-MM-dd hhmm"))),
+         tr("the roll call"), true, [&](QPagedPaintDevice& device) {
+             return RollCallSheet::print(device, entries, m_state.settings.SiteName, made);
+         }});
     if (!failure.isEmpty())
         m_state.prompter.tell(QStringLiteral("Porvane 90"), failure);
 }

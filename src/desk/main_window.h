@@ -58,6 +58,8 @@ private:
     void showOnSiteFilter();
     void afterRecordWindow();
     void printList();
+    // cmdRollCall: everyone on site now, on the roll-call sheet.
+    void printRollCall();
 
     void listDay();
     void listMonth();
@@ -156,11 +158,12 @@ private:
     QPushButton* Command1 = nullptr;
     QTableView* StatGrid = nullptr;
 
-    // The gate: the scan box, the on-site counts and filters, the end-of-day sign-out
+    // The gate: the scan box, the on-site counts and filters, the roll call, the end-of-day sign-out
     QLineEdit* ScanTB = nullptr;
     QLabel* laOnSiteCounts = nullptr;
     QCheckBox* ckOnSiteNow = nullptr;
     QCheckBox* ckOverstayed = nullptr;
+    QPushButton* cmdRollCall = nullptr;
     QPushButton* cmdSignOutAll = nullptr;
 };
 

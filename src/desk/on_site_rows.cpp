@@ -4,16 +4,6 @@
 
 namespace porvane {
 
-namespace {
-
-// The on-site list's columns.
-constexpr int kRegNoColumn = 0;
-constexpr int kArrivedColumn = 6;
-constexpr int kDepartedColumn = 7;
-constexpr int kPassEndsColumn = 12;
-
-} // namespace
-
 OnSiteRows::Visit OnSiteRows::visitOf(const QString& arrival, const QString& departure) {
     const int in = markNumber(arrival.toLatin1());
     if (in == 0)
@@ -22,14 +12,14 @@ OnSiteRows::Visit OnSiteRows::visitOf(const QString& arrival, const QString& dep
 }
 
 OnSiteRows::Visit OnSiteRows::rowVisit(const ListTable& table, int row) {
-    return visitOf(table.text(row, kArrivedColumn), table.text(row, kDepartedColumn));
+    return visitOf(table.text(row, kOnSiteArrived), table.text(row, kOnSiteDeparted));
 }
 
 bool OnSiteRows::overstayed(const ListTable& table, int row, const QDate& today) {
     if (rowVisit(table, row) != Visit::OnSite)
         return false;
     const QDate end =
-        QDate::fromString(table.text(row, kPassEndsColumn).trimmed(), QStringLiteral("dd-MM-yyyy"));
+        QDate::fromString(table.text(row, kOnSitePassEnds).trimmed(), QStringLiteral("dd-MM-yyyy"));
     return end.isValid() && end < today;
 }
 
@@ -57,8 +47,8 @@ QHash<QString, QString> OnSiteRows::onSiteMarks(const ListTable& table) {
     QHash<QString, QString> marks;
     for (int row = 0; row < table.listedCount(); ++row) {
         if (rowVisit(table, row) == Visit::OnSite)
-            marks.insert(table.text(row, kRegNoColumn).trimmed(),
-                         table.text(row, kArrivedColumn) + table.text(row, kDepartedColumn));
+            marks.insert(table.text(row, kOnSiteRegNo).trimmed(),
+                         table.text(row, kOnSiteArrived) + table.text(row, kOnSiteDeparted));
     }
     return marks;
 }

@@ -62,18 +62,8 @@ void measure(ColumnNeed& need, const QFontMetricsF& metrics, const QString& text
     const double whole = metrics.horizontalAdvance(text);
     if (!header)
         need.whole = std::max(need.whole, whole);
-    if (!wraps || whole <= need.least) {
-        need.least = std::max(need.least, whole);
-        return;
-    }
-    // The pieces between the places where a line may break (blanks, hyphens), as the printer breaks them.
-    QTextBoundaryFinder breaks(QTextBoundaryFinder::Line, text);
-    qsizetype from = 0;
-    while (breaks.toNextBoundary() != -1) {
-        const qsizetype to = breaks.position();
-        need.least = std::max(need.least, metrics.horizontalAdvance(text.mid(from, to - from).trimmed()));
-        from = to;
-    }
+    need.least =
+        std::max(need.least, wraps && whole > need.least ? ListPrinting::widestPiece(metrics, text) : whole);
 }
 
 struct GridLayout {
@@ -181,6 +171,18 @@ QString ListPrinting::footer(int page, int pageCount, const QDate& printed) {
     return text.replace(QStringLiteral("&P"), QString::number(page))
         .replace(QStringLiteral("&N"), QString::number(pageCount))
         .replace(QStringLiteral("&D"), printed.toString(QStringLiteral("dd/MM/yyyy")));
+}
+
+double ListPrinting::widestPiece(const QFontMetricsF& metrics, const QString& text) {
+    QTextBoundaryFinder breaks(QTextBoundaryFinder::Line, text);
+    double widest = 0;
+    qsizetype from = 0;
+    while (breaks.toNextBoundary() != -1) {
+        const qsizetype to = breaks.position();
+        widest = std::max(widest, metrics.horizontalAdvance(text.mid(from, to - from).trimmed()));
+        from = to;
+    }
+    return widest;
 }
 
 QList<QPair<int, int>> ListPrinting::pages(const QList<double>& rowHeights, double pageHeight) {

@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QDate>
+#include <QFontMetricsF>
 #include <QPagedPaintDevice>
 #include <QTime>
 
@@ -27,6 +28,9 @@ public:
                          const QTime& now);
     // "Porvane 90     Page &P of &N    Printed: &D" with the page, the count and the date filled in.
     static QString footer(int page, int pageCount, const QDate& printed);
+    // The widest piece of a text between the places where a printed line may break (blanks, hyphens): how
+    // narrow a box may be that wraps the text without breaking a word.
+    static double widestPiece(const QFontMetricsF& metrics, const QString& text);
     // Rows of the given heights shared out over pages of the given height, as [first, last) ranges: a page
     // holds the rows that fit, and at least one. One empty page when there are no rows.
     static QList<QPair<int, int>> pages(const QList<double>& rowHeights, double pageHeight);

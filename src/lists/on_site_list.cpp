@@ -35,8 +35,6 @@ constexpr ColumnDef kStatusColumns[] = {
     kColContact,
 };
 
-constexpr int kExpectedColumn = 5;
-constexpr int kArrivedColumn = 6;
 constexpr int kMarkColumn = 991; // arrival (5) then departure (5)
 constexpr int kMarkWidth = 10;
 constexpr int kRegNoWidth = 12;
@@ -50,7 +48,7 @@ QByteArrayView firstColumns(QByteArrayView line) {
 // The row's note is today's day when the line is of today's month, else 0: a booked time on a line of
 // another month is not today's.
 ListCell statusCell(const RecordLine& line, quint16 todaysDay, int column, std::array<char, 8>& scratch) {
-    if (column == kExpectedColumn) {
+    if (column == kOnSiteExpected) {
         if (todaysDay != 0 && !line.bookedSlot(todaysDay).isEmpty())
             return slotCell(rawSlot(line, todaysDay), scratch);
         return {kNoMark};
@@ -60,7 +58,7 @@ ListCell statusCell(const RecordLine& line, quint16 todaysDay, int column, std::
     const int in = markNumber(arrived);
     if (in == 0)
         return {kNoMark};
-    const bool arrivedCell = column == kArrivedColumn;
+    const bool arrivedCell = column == kOnSiteArrived;
     if (in < markNumber(departed)) // gone
         return arrivedCell ? ListCell{arrived, TextColour::Red} : ListCell{departed, TextColour::Black};
     // still on site, also after a stay past midnight

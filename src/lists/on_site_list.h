@@ -5,6 +5,20 @@
 
 namespace porvane {
 
+// Where the on-site list shows what the desk reads back from it: who is on site, and the roll call.
+enum OnSiteColumn : int {
+    kOnSiteRegNo = 0,
+    kOnSiteFirstName = 1,
+    kOnSiteLastName = 2,
+    kOnSiteOrganisation = 3,
+    kOnSiteExpected = 5,
+    kOnSiteArrived = 6,
+    kOnSiteDeparted = 7,
+    kOnSitePassEnds = 12,
+    kOnSiteCarReg = 15,
+    kOnSiteReportsTo = 16,
+};
+
 // The IN/OUT day-status view: today's day status file, rebuilt from the month files ("Write List") and then
 // listed with who is expected, on site and gone.
 class OnSiteList {

@@ -1,24 +1,19 @@
 #include "passes/pass_window.h"
 
 #include "app/help_topics.h"
+#include "app/print_dialog.h"
 
 #include <QCalendarWidget>
 #include <QComboBox>
-#include <QDir>
 #include <QEvent>
-#include <QFileInfo>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPdfWriter>
 #include <QPixmap>
-#include <QPrinter>
-#include <QPrinterInfo>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QVBoxLayout>
 
 namespace porvane {
@@ -236,41 +231,6 @@ void PassWindow::refresh() {
     m_remove->setEnabled(v.removeEnabled);
 }
 
-QString PassWindow::printOnDefaultPrinter(const PassContent& content) {
-    if (QPrinterInfo::defaultPrinter().isNull())
-        return tr("No printer is installed");
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setFullPage(true);
-    printer.setDocName(tr("Visitor pass %1").arg(content.regNo));
-    return PassLayout::print(printer, content);
-}
-
-QString PassWindow::pdfPath(const QString& regNo) {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    return QDir(folder).filePath(tr("Pass %1.pdf").arg(regNo.trimmed()));
-}
-
-QString PassWindow::printOrSaveAsPdf(const PassContent& content) {
-    if (!QPrinterInfo::defaultPrinter().isNull())
-        return printOnDefaultPrinter(content);
-    const QString file = pdfPath(content.regNo);
-    const QString shown = QDir::toNativeSeparators(file);
-    if (m_state.prompter.ask({QStringLiteral("Porvane 90"),
-                              tr("No printer is installed.") + QStringLiteral("\r\n") +
-                                  tr("Save the pass as a PDF file instead, as %1?").arg(shown),
-                              Buttons::YesNo, Icon::Question}) != Answer::Yes)
-        return tr("No printer is installed");
-    QDir().mkpath(QFileInfo(file).absolutePath());
-    QPdfWriter writer(file);
-    writer.setResolution(300);
-    writer.setTitle(tr("Visitor pass %1").arg(content.regNo));
-    const QString error = PassLayout::print(writer, content);
-    if (error.isEmpty())
-        m_state.prompter.tell(QStringLiteral("Porvane 90"), tr("The pass was saved as %1").arg(shown),
-                              Icon::Information);
-    return error;
-}
-
 void PassWindow::printPass() {
     if (!m_print->isEnabled())
         return;
@@ -279,7 +239,12 @@ void PassWindow::printPass() {
         m_hooks.storeRecord ? m_hooks.storeRecord : updateBookingInStore(m_state);
     QString error;
     const PassIssue::Render render = m_hooks.render ? m_hooks.render : [this](const PassContent& c) {
-        return printOrSaveAsPdf(c);
+        return PrintDialog::print(m_state.prompter, this,
+                                  {tr("Visitor pass %1").arg(c.regNo),
+                                   tr("Pass %1.pdf").arg(c.regNo.trimmed()), tr("the pass"), false,
+                                   [&c](QPagedPaintDevice& device) {
+                                       return PassLayout::print(device, c);
+                                   }});
     };
     const PassIssue::PrintResult result = m_pass.print(render, store, &error);
     if (result == PassIssue::PrintResult::NotPrinted)

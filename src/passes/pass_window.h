@@ -29,11 +29,6 @@ public:
 
     PassWindow(AppState& state, Hooks hooks, QWidget* parent = nullptr);
 
-    // Prints the pass on the default printer; an error text, empty when printed.
-    static QString printOnDefaultPrinter(const PassContent& content);
-    // Where a pass is saved when no printer is installed: "Pass <RegNo>.pdf" in the user's documents folder.
-    static QString pdfPath(const QString& regNo);
-
 protected:
     void changeEvent(QEvent* event) override;
     void done(int result) override;
@@ -42,8 +37,6 @@ protected:
 private:
     void refresh();
     void printPass();
-    // With no printer installed, offers to save the pass as a PDF file and says where it went.
-    QString printOrSaveAsPdf(const PassContent& content);
     void stepCalendar(int months);
 
     AppState& m_state;

@@ -1,7 +1,10 @@
 #include "desk_window.h"
+#include "documents_folder.h"
+#include "pdf_text.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
+#include <QPrinterInfo>
 #include <QScrollBar>
 
 using namespace porvane;
@@ -597,4 +600,45 @@ TEST_F(GateFlow, onSiteCountsFiltersKeysAndTheEndOfDaySignOut) {
     prompter.clear();
     click("cmdSignOutAll");
     EXPECT_EQ(prompter.texts(), QStringList{u"Nobody is on site now."_s});
+}
+
+// F9 prints the roll call of everyone on site now, from the on-site list rebuilt and shown: here with no
+// printer installed, saved as a PDF file in the documents folder once the operator agrees.
+TEST_F(GateFlow, rollCallPrintsEveryoneOnSiteNow) {
+    if (!QPrinterInfo::defaultPrinter().isNull())
+        GTEST_SKIP() << "a printer is installed here";
+    const test::DocumentsFolder documents(folder.appPath());
+    click("cmdDayList");
+    for (int row : {0, 1, 2}) { // Ann, Cy and Ed arrive at 09:30
+        clickRow(row);
+        shortcut(Qt::Key_F5);
+    }
+    clock.advanceSeconds(3600);
+    clickRow(0);
+    shortcut(Qt::Key_F6); // Ann leaves at 10:30
+    click("cmdGetToday");
+
+    const QString file = folder.appPath() + u"Documents/Roll call 2026-11-23 1030.pdf"_s;
+    prompter.clear();
+    prompter.queue(Answer::No);
+    shortcut(Qt::Key_F9);
+    EXPECT_EQ(prompter.texts(),
+              (QStringList{
+                  u"No printer is installed.\r\nSave the roll call as a PDF file instead, as %1?"_s.arg(file),
+                  u"No printer is installed"_s}));
+    EXPECT_FALSE(QFile::exists(file));
+    EXPECT_EQ(label("laOnSiteCounts"), u"Expected 3   On site 2   Left 1") << "the on-site list is shown";
+
+    prompter.clear();
+    prompter.queue(Answer::Yes);
+    click("cmdRollCall");
+    EXPECT_EQ(prompter.texts().value(1), u"The roll call was saved as %1"_s.arg(file));
+    const QList<test::PdfPage> pages = test::readPdf(file);
+    ASSERT_EQ(pages.size(), 1);
+    const QString text = pages[0].text.simplified();
+    EXPECT_TRUE(text.contains(u"Roll call: 2 on site at 10:30 on Monday 23 November 2026"_s))
+        << text.toStdString();
+    EXPECT_TRUE(text.contains(u"1 Day, Cy Day plc 09:30 2 Old, Ed Old Ltd 09:30 Not on this list"_s))
+        << text.toStdString();
+    EXPECT_FALSE(text.contains(u"Lee"_s)) << "Ann has left";
 }

@@ -192,7 +192,8 @@ protected:
                           grid->visualRect(grid->model()->index(0, 1)).center());
         for (QPushButton* b : window.findChildren<QPushButton*>()) {
             const QString name = b->objectName();
-            if (b->isEnabled() && b->isVisible() && name != u"cmdPRINT" && name != u"cmdSettings")
+            if (b->isEnabled() && b->isVisible() && name != u"cmdPRINT" && name != u"cmdRollCall" &&
+                name != u"cmdSettings")
                 press(b);
         }
         return driver.pressed;

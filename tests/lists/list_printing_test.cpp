@@ -5,7 +5,6 @@
 #include "pdf_text.h"
 
 #include <QPdfWriter>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <numeric>
 
@@ -14,14 +13,6 @@ using namespace porvane::test;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// What a poppler tool prints about a PDF.
-QString pdfTool(const QString& program, const QStringList& args) {
-    QProcess p;
-    p.start(program, args);
-    p.waitForFinished(60000);
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
 
 struct ListPrintingTest : ListsFixture {
     // Bookings due on the 15th; every third one has each text as long as its columns hold (Registration,

@@ -1,3 +1,4 @@
+#include "documents_folder.h"
 #include "passes/pass_window.h"
 #include "photos/photo_manager_window.h"
 #include "scanned_bar_code.h"
@@ -235,10 +236,7 @@ TEST(PassWindow, withoutAPrinter_thePassIsSavedAsPdfInTheDocumentsFolder) {
     if (!QPrinterInfo::defaultPrinter().isNull())
         GTEST_SKIP() << "a printer is installed here";
     PassWindowDesk d;
-    const QByteArray home = qgetenv("HOME");
-    const QByteArray config = qgetenv("XDG_CONFIG_HOME");
-    qputenv("HOME", d.folder.appPath().toUtf8());
-    qputenv("XDG_CONFIG_HOME", (d.folder.appPath() + u"config"_s).toUtf8());
+    const test::DocumentsFolder documents(d.folder.appPath());
     const QString file = d.folder.appPath() + u"Documents/Pass 261114090000.pdf"_s;
     PassWindow::Hooks hooks; // the real printing path
     PassWindow window(d.state, hooks);
@@ -262,6 +260,4 @@ TEST(PassWindow, withoutAPrinter_thePassIsSavedAsPdfInTheDocumentsFolder) {
          {u"Ada Quist"_s, u"No. 261114090000"_s, u"Quist Surveys"_s, u"HARBOUR WORKS"_s})
         EXPECT_TRUE(printed.contains(text)) << printed.toStdString();
     EXPECT_EQ(d.adaLine().mid(935, 11), "14-11-2026 ") << "the saved pass is issued like a printed one";
-    qputenv("HOME", home);
-    qputenv("XDG_CONFIG_HOME", config);
 }

@@ -46,6 +46,10 @@ QList<PdfPage> readPdf(const QString& file) {
     return pages;
 }
 
+QString pdfTool(const QString& program, const QStringList& args) {
+    return QString::fromUtf8(run(program, args));
+}
+
 bool PdfPage::holdsWhole(const QString& cell, bool oneLine) const {
     const QString wanted = cell.simplified();
     // Where the wanted text goes on after `at` when `word` follows, or -1.

@@ -3,6 +3,7 @@
 #include <QList>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 
 namespace porvane::test {
 
@@ -30,5 +31,7 @@ struct PdfPage {
 
 // The pages of a PDF file; none when poppler cannot read it.
 QList<PdfPage> readPdf(const QString& file);
+// What one of poppler's tools (pdfinfo, pdffonts, pdfimages) prints about a PDF.
+QString pdfTool(const QString& program, const QStringList& args);
 
 } // namespace porvane::test
