@@ -896,8 +896,16 @@ void MainWindow::showTable(const ListTable& table) {
         m_listModel->setTable(table);
     }
     showOnSiteFilter();
-    for (int c = 0; c < table.columnCount(); ++c)
-        StatGrid->setColumnWidth(c, table.columns[c].width > 0 ? table.columns[c].width : 100);
+    // Numbers, dates and times show whole: a column that never wraps is at least as wide as the first rows'
+    // texts, which are all of one shape.
+    const QFontMetrics metrics(StatGrid->font());
+    const int sampled = std::min(table.listedCount(), 200);
+    for (int c = 0; c < table.columnCount(); ++c) {
+        int width = table.columns[c].width > 0 ? table.columns[c].width : 100;
+        for (int r = 0; r < sampled && !table.columns[c].wraps; ++r)
+            width = std::max(width, metrics.horizontalAdvance(table.text(r, c).trimmed()) + 12);
+        StatGrid->setColumnWidth(c, width);
+    }
     if (sameList)
         StatGrid->verticalScrollBar()->setValue(scrolled);
     selectBookingRow();

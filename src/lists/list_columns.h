@@ -55,7 +55,7 @@ inline constexpr ColumnDef kColTelephone{
 inline constexpr ColumnDef kColPassValid{
     QT_TRANSLATE_NOOP("ListColumns", "Pass Valid"), 75, false, 936, 10, Shown::AsRead};
 inline constexpr ColumnDef kColPassIssued{
-    QT_TRANSLATE_NOOP("ListColumns", "Pass Issued"), 120, false, 969, 19, Shown::AsRead, true};
+    QT_TRANSLATE_NOOP("ListColumns", "Pass Issued"), 120, false, 969, 19, Shown::AsRead};
 inline constexpr ColumnDef kColLength{
     QT_TRANSLATE_NOOP("ListColumns", "Length"), 50, false, 958, 1, Shown::AsRead};
 inline constexpr ColumnDef kColPassType{

@@ -19,7 +19,8 @@ constexpr double kGridMm = 20; // paper edge to the grid, top and bottom
 constexpr double kScale = 0.90;
 constexpr double kGridPoints = 8.25; // the grid's font on screen
 constexpr double kSmallestPoints = 5.5;
-constexpr double kPaddingMm = 0.8;
+constexpr double kOneLineScale = 0.85; // the smallest font that keeps every cell on one line
+constexpr double kPaddingMm = 0.6;
 // Widths measured at one size and scaled to another get this margin against the rounding of font metrics.
 constexpr double kRounding = 1.01;
 
@@ -72,9 +73,10 @@ struct GridLayout {
     QList<bool> breakWords; // a column too narrow for its longest word, even in the smallest font
 };
 
-// The font shrinks until every column gets its least width, with a little to spare; what is left of the page
-// goes first to the columns whose cells would wrap, in proportion to their widths on screen and never beyond
-// their need, then to every column in proportion to its width on screen.
+// The font shrinks until every cell fits on one line, when that leaves it at 85 % or more; otherwise until
+// every column gets its least width, with a little to spare. What is left of the page goes first to the
+// columns whose cells would wrap, in proportion to their widths on screen and never beyond their need, then
+// to every column in proportion to its width on screen.
 GridLayout layOut(const ListTable& table, int rows, double pageWidth, double padding, QPaintDevice& device) {
     const int n = table.columnCount();
     GridLayout out;
@@ -88,12 +90,18 @@ GridLayout layOut(const ListTable& table, int rows, double pageWidth, double pad
             measure(needs[c], cells, table.text(r, c).trimmed(), table.columns[c].wraps, false);
     }
     double least = 0;
-    for (const ColumnNeed& need : needs)
+    double whole = 0;
+    for (const ColumnNeed& need : needs) {
         least += need.least;
+        whole += std::max(need.whole, need.least);
+    }
     const double room = pageWidth - n * (padding + 2);
-    // A little more room than the least lets long names wrap onto fewer lines.
+    // Every cell on one line when a font not much smaller allows it; else a little more room than the least,
+    // so that long names wrap onto fewer lines.
     const double fits = least > 0 ? room / (least * kRounding) : 1.0;
-    out.points = std::max(kSmallestPoints, out.points * std::min(1.0, fits * 0.95));
+    const double fitsWhole = whole > 0 ? room / (whole * kRounding) : 1.0;
+    const double scale = fitsWhole >= kOneLineScale ? fitsWhole : fits * 0.95;
+    out.points = std::max(kSmallestPoints, out.points * std::min(1.0, scale));
     const double ratio = out.points / (kGridPoints * kScale);
 
     out.widths.resize(n);
