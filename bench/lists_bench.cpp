@@ -59,14 +59,25 @@ BENCHMARK(BM_ListMonth)->Unit(benchmark::kMillisecond);
 
 void BM_SearchName(benchmark::State& state) {
     runList(state, [] {
-        return RecordSearch::run(benchDataPath(), benchToday(), SearchKind::Name, QStringLiteral("Smith"));
+        return RecordSearch::run(benchDataPath(), SearchMonths::of(benchToday()), SearchKind::Name,
+                                 QStringLiteral("Smith"));
     });
 }
 BENCHMARK(BM_SearchName)->Unit(benchmark::kMillisecond);
 
+// The thirteen months of the data folder, six either side of today's.
+void BM_SearchNameThirteenMonths(benchmark::State& state) {
+    runList(state, [] {
+        return RecordSearch::run(benchDataPath(),
+                                 SearchMonths::between(benchToday().addMonths(-6), benchToday().addMonths(6)),
+                                 SearchKind::Name, QStringLiteral("Smith"));
+    });
+}
+BENCHMARK(BM_SearchNameThirteenMonths)->Unit(benchmark::kMillisecond);
+
 void BM_SearchAnyText(benchmark::State& state) {
     runList(state, [] {
-        return RecordSearch::run(benchDataPath(), benchToday(), SearchKind::AnyText,
+        return RecordSearch::run(benchDataPath(), SearchMonths::of(benchToday()), SearchKind::AnyText,
                                  QStringLiteral("Kestrel"));
     });
 }

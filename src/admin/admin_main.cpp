@@ -19,7 +19,7 @@ std::span<const Command> commandTable() {
         {"demo", "--from YYYY-MM --months N --per-month N [--seed S]", runDemoCommand},
         {"pass", kPassSynopsis, nullptr, "porvane-pass"},
         {"list", "day YYYY-MM-DD | month YYYY-MM", runListCommand},
-        {"search", "YYYY-MM KIND TEXT", runSearchCommand},
+        {"search", "YYYY-MM[..YYYY-MM] KIND TEXT", runSearchCommand},
         {"onsite", "", runOnsiteCommand},
         {"rollcall", kRollCallSynopsis, nullptr, "porvane-pass"},
         {"purge", kPurgeSynopsis, runPurgeCommand},

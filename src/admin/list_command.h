@@ -7,7 +7,8 @@ namespace porvane::admin {
 
 // list day YYYY-MM-DD | list month YYYY-MM: the day or month list of the desk, as text.
 int runListCommand(CommandContext& context);
-// search YYYY-MM KIND TEXT: the desk's record search in that month.
+// search YYYY-MM[..YYYY-MM] KIND TEXT: the desk's record search in that month, or in the months from the
+// first to the last.
 int runSearchCommand(CommandContext& context);
 // onsite: rebuilds today's status file as the desk does, then lists it.
 int runOnsiteCommand(CommandContext& context);

@@ -1,6 +1,7 @@
 #include "app/message_box_dialog.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <array>
 
@@ -54,6 +55,18 @@ Answer MessageBoxPrompter::ask(const Message& message) {
     default:
         return message.buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
     }
+}
+
+std::optional<QString> MessageBoxPrompter::askSaveFileName(const FileQuestion& question) {
+    QFileDialog dialog(m_parent ? m_parent : QApplication::activeWindow(), question.title);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setNameFilter(question.filter);
+    dialog.setDefaultSuffix(question.defaultSuffix);
+    dialog.selectFile(question.offeredPath);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().constFirst();
 }
 
 } // namespace porvane

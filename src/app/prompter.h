@@ -21,8 +21,19 @@ public:
         std::optional<Answer> defaultAnswer = std::nullopt;
     };
 
+    // Where to save a file, asked in a save dialog.
+    struct FileQuestion {
+        QString title;
+        QString offeredPath;   // the folder and name offered
+        QString filter;        // "CSV files (*.csv)"
+        QString defaultSuffix; // added to a name typed without one
+    };
+
     virtual ~Prompter() = default;
     virtual Answer ask(const Message& message) = 0;
+    // The path chosen, or nothing when the operator cancelled. Where nobody can choose (a command line),
+    // nothing is chosen.
+    virtual std::optional<QString> askSaveFileName(const FileQuestion&) { return std::nullopt; }
 
     // Shorthands for the two common shapes: a plain notice and a question.
     void tell(const QString& title, const QString& text, Icon icon = Icon::Exclamation) {

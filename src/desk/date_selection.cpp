@@ -44,6 +44,10 @@ QStringList DateSelection::monthItems() {
     return items;
 }
 
+QString DateSelection::monthYearText(const QDate& month) {
+    return monthItems().value(month.month() - 1) + u' ' + QString::number(month.year());
+}
+
 QStringList DateSelection::yearItems() const {
     QStringList items;
     for (int y = kFirstYear; y <= m_lastYear; ++y)

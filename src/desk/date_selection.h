@@ -33,6 +33,8 @@ public:
     static QStringList monthItems();
     QStringList yearItems() const;
     static QString noDay() { return QStringLiteral("--"); }
+    // A month as the month and year boxes show it: "JUNE 2024".
+    static QString monthYearText(const QDate& month);
 
     const QString& dayText() const { return m_day; }
     const QString& monthText() const { return m_month; }

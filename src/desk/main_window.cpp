@@ -11,6 +11,7 @@
 #include "desk/list_sort_filter_model.h"
 #include "desk/location_details_dialog.h"
 #include "desk/personal_details_dialog.h"
+#include "lists/list_export.h"
 #include "lists/list_printing.h"
 #include "lists/list_table_model.h"
 #include "lists/multi_delete_window.h"
@@ -28,6 +29,7 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QDateEdit>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -65,6 +67,32 @@ void setStyleOnce(QWidget* widget, const QString& style) {
     if (widget->styleSheet() != style)
         widget->setStyleSheet(style);
 }
+
+// A month picker: its arrows step whole months, across the turn of the year, and a year at a time in the
+// year's digits.
+class MonthEdit final : public QDateEdit {
+public:
+    MonthEdit(const QDate& month, const QDate& first, const QDate& last) {
+        setDisplayFormat(QStringLiteral("MMM yyyy"));
+        setDateRange(first, last);
+        setDate(month);
+        setCurrentSection(MonthSection);
+    }
+    void stepBy(int steps) override {
+        setDate(date().addMonths(currentSection() == YearSection ? 12 * steps : steps));
+        setSelectedSection(currentSection());
+    }
+
+protected:
+    StepEnabled stepEnabled() const override {
+        StepEnabled enabled = StepNone;
+        if (date() > minimumDate())
+            enabled |= StepDownEnabled;
+        if (date() < maximumDate())
+            enabled |= StepUpEnabled;
+        return enabled;
+    }
+};
 
 void setLabel(QLabel* label, const BookingEditor::Label& state) {
     label->setText(state.text);
@@ -395,19 +423,45 @@ QWidget* MainWindow::buildActions() {
     MainFindTB = named(new QLineEdit, "MainFindTB");
     MainFindTB->setPlaceholderText(tr("Find..."));
     cmdMFind = button(tr("Find"), "cmdMFind");
-    auto* find = new QVBoxLayout;
-    find->setSpacing(1);
-    find->addWidget(SearchLa);
+    // The months a search reads, this month unless the operator widens them.
+    const QDate thisMonth = SearchMonths::of(m_state.clock.today()).first;
+    const QDate firstMonth(m_dates.firstYear(), 1, 1);
+    const QDate lastMonth(m_dates.lastYear(), 12, 1);
+    dtpFindFrom = named(new MonthEdit(thisMonth, firstMonth, lastMonth), "dtpFindFrom");
+    dtpFindTo = named(new MonthEdit(thisMonth, firstMonth, lastMonth), "dtpFindTo");
+    dtpFindFrom->setToolTip(tr("Search from this month"));
+    dtpFindTo->setToolTip(tr("Search up to this month"));
+    auto* fromLabel = new QLabel(tr("from"));
+    auto* toLabel = new QLabel(tr("to"));
+    fromLabel->setBuddy(dtpFindFrom);
+    toLabel->setBuddy(dtpFindTo);
+    // The caption and the months above, the kind, the text and Find below.
+    auto* captions = new QHBoxLayout;
+    captions->setSpacing(4);
+    captions->addWidget(SearchLa, 1);
+    captions->addWidget(fromLabel);
+    captions->addWidget(dtpFindFrom);
+    captions->addWidget(toLabel);
+    captions->addWidget(dtpFindTo);
     auto* findRow = new QHBoxLayout;
     findRow->addWidget(CBListBy);
     findRow->addWidget(MainFindTB, 1);
     findRow->addWidget(cmdMFind);
+    auto* find = new QVBoxLayout;
+    find->setSpacing(1);
+    find->addLayout(captions);
     find->addLayout(findRow);
     h->addLayout(find, 1);
     h->addSpacing(8);
 
     cmdPRINT = button(tr("&Print list"), "cmdPRINT", tr("Print the list shown below"));
-    h->addWidget(cmdPRINT);
+    cmdExport = button(tr("E&xport CSV..."), "cmdExport",
+                       tr("Save the list shown below as a CSV file for a spreadsheet (Alt+X)"));
+    auto* output = new QVBoxLayout;
+    output->setSpacing(1);
+    output->addWidget(cmdPRINT);
+    output->addWidget(cmdExport);
+    h->addLayout(output);
 
     // Only the on-site list lets the desk mark arrivals and departures.
     for (QWidget* w : std::initializer_list<QWidget*>{cmdIN, cmdOUT})
@@ -631,11 +685,20 @@ void MainWindow::wireLists() {
     CBListBy->installEventFilter(this);
     const auto find = [this] {
         setHelpContext(m_state, DeskAction::Find);
-        m_lists.startSearch(m_dates, CBListBy->currentText(), MainFindTB->text());
+        m_lists.startSearch(searchRequest());
         showListState();
     };
     connect(cmdMFind, &QPushButton::clicked, this, find);
     connect(MainFindTB, &QLineEdit::returnPressed, this, find);
+    // The first month never comes after the last: moving one past the other takes the other along.
+    connect(dtpFindFrom, &QDateEdit::dateChanged, this, [this](QDate from) {
+        if (from > dtpFindTo->date())
+            dtpFindTo->setDate(from);
+    });
+    connect(dtpFindTo, &QDateEdit::dateChanged, this, [this](QDate to) {
+        if (to < dtpFindFrom->date())
+            dtpFindFrom->setDate(to);
+    });
 
     // Moving the highlight, by mouse or keyboard, opens that row: the highlighted row and the editor always
     // show the same booking.
@@ -699,6 +762,7 @@ void MainWindow::wireTools() {
         afterRecordWindow();
     });
     connect(cmdPRINT, &QPushButton::clicked, this, &MainWindow::printList);
+    connect(cmdExport, &QPushButton::clicked, this, &MainWindow::exportList);
     cmdMultiDELETE->setEnabled(!BulkDeletion(m_state).switchedOff());
     connect(cmdMultiDELETE, &QPushButton::clicked, this, [this] {
         if (BulkDeletion(m_state).switchedOff())
@@ -834,8 +898,8 @@ void MainWindow::printList() {
                               Icon::Information);
         return;
     }
-    const QString title =
-        ListPrinting::title(m_state.listMode, m_state.settings.SiteName, m_dates, m_state.clock.now().time());
+    const QString title = ListPrinting::title(m_state.listMode, m_state.settings.SiteName, m_dates,
+                                              m_state.clock.now().time(), m_lists.searchedMonths());
     const QDate today = m_state.clock.today();
     const QString failure = PrintDialog::print(
         m_state.prompter, this,
@@ -865,6 +929,16 @@ void MainWindow::printRollCall() {
         m_state.prompter.tell(QStringLiteral("Porvane 90"), failure);
 }
 
+void MainWindow::exportList() {
+    // What the grid shows is saved: its order, and only the rows a filter leaves.
+    ListExport::run(m_state, m_listView->shownTable());
+}
+
+GridLists::SearchRequest MainWindow::searchRequest() const {
+    return {SearchMonths::between(dtpFindFrom->date(), dtpFindTo->date()), CBListBy->currentText(),
+            MainFindTB->text()};
+}
+
 void MainWindow::listDay() {
     m_lists.selectDayRecord(m_dates);
     showDateState();
@@ -878,7 +952,7 @@ void MainWindow::listMonth() {
 }
 
 void MainWindow::refreshList() {
-    m_lists.refresh(m_dates, CBListBy->currentText(), MainFindTB->text());
+    m_lists.refresh(m_dates, searchRequest());
     showListState();
 }
 

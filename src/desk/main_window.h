@@ -13,6 +13,7 @@
 class QCalendarWidget;
 class QCheckBox;
 class QComboBox;
+class QDateEdit;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -60,6 +61,9 @@ private:
     void printList();
     // cmdRollCall: everyone on site now, on the roll-call sheet.
     void printRollCall();
+    void exportList();
+    // What the find controls hold: the kind, the text and the months from dtpFindFrom to dtpFindTo.
+    GridLists::SearchRequest searchRequest() const;
 
     void listDay();
     void listMonth();
@@ -148,7 +152,10 @@ private:
     QComboBox* CBListBy = nullptr;
     QLineEdit* MainFindTB = nullptr;
     QPushButton* cmdMFind = nullptr;
+    QDateEdit* dtpFindFrom = nullptr;
+    QDateEdit* dtpFindTo = nullptr;
     QPushButton* cmdPRINT = nullptr;
+    QPushButton* cmdExport = nullptr;
     QPushButton* cmdPass = nullptr;
     QPushButton* cmdPhotos = nullptr;
     QPushButton* cmdCamera = nullptr;

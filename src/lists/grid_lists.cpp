@@ -86,30 +86,30 @@ GridLists::Outcome GridLists::selectMonthRecord(DateSelection& dates) {
     return Outcome::Listed;
 }
 
-GridLists::Outcome GridLists::startSearch(const DateSelection& dates, const QString& kindText,
-                                          const QString& findText) {
-    if (findText.trimmed().isEmpty()) {
+SearchMonths GridLists::monthOfBoxes(const DateSelection& dates) {
+    return SearchMonths::of(monthOf(dates));
+}
+
+GridLists::Outcome GridLists::startSearch(const SearchRequest& request) {
+    if (request.findText.trimmed().isEmpty()) {
         m_state.prompter.tell(plainTitle(), tr("Can't Search!  Nothing Entered in FIND Box to look for "),
                               Icon::Exclamation);
         return Outcome::Refused;
     }
-    if (const QString refusal = RecordSearch::findTextRefusal(findText); !refusal.isEmpty()) {
+    if (const QString refusal = RecordSearch::findTextRefusal(request.findText); !refusal.isEmpty()) {
         m_state.prompter.tell(plainTitle(), refusal, Icon::Exclamation);
         return Outcome::Refused;
     }
-    return runSearch(dates, kindText, findText);
+    return runSearch(request);
 }
 
-GridLists::Outcome GridLists::runSearch(const DateSelection& dates, const QString& kindText,
-                                        const QString& findText) {
+GridLists::Outcome GridLists::runSearch(const SearchRequest& request) {
     m_view.inOutEnabled = false;
     m_state.listMode = ListMode::Search;
     m_view.locked = true;
-    const SearchKind kind = RecordSearch::kindFromText(kindText).value_or(SearchKind::AnyText);
-    const QDate month = monthOf(dates);
-    BuiltList built = month.isValid() ? RecordSearch::run(m_state.dataPath(), month, kind, findText)
-                                      : BuiltList{RecordSearch::run({}, {}, kind, {}).table,
-                                                  FileError::notFound(dates.bookingMonth())};
+    m_searched = request.months;
+    const SearchKind kind = RecordSearch::kindFromText(request.kindText).value_or(SearchKind::AnyText);
+    BuiltList built = RecordSearch::run(m_state.dataPath(), request.months, kind, request.findText);
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound) {
         m_state.prompter.tell(QStringLiteral("Porvane 90 6725"),
@@ -123,10 +123,13 @@ GridLists::Outcome GridLists::runSearch(const DateSelection& dates, const QStrin
         return Outcome::Message;
     }
     if (m_table.listedCount() == 0) {
+        const SearchMonths& months = request.months;
+        const QString searched = months.count() > 1
+                                     ? DateSelection::monthYearText(months.first) + tr(" to ") +
+                                           DateSelection::monthYearText(months.last)
+                                     : DateSelection::monthYearText(months.first);
         m_state.prompter.tell(QStringLiteral("Porvane 90 6726"),
-                              tr("No items have can be found for ") + dates.monthText() + u' ' +
-                                  dates.yearText(),
-                              Icon::Exclamation);
+                              tr("No items have can be found for ") + searched, Icon::Exclamation);
         return Outcome::Message;
     }
     m_state.ListedCount = m_table.listedCount();
@@ -159,8 +162,7 @@ GridLists::Outcome GridLists::showDayStatus() {
     return rebuilt ? Outcome::Listed : Outcome::Failed;
 }
 
-GridLists::Outcome GridLists::refresh(DateSelection& dates, const QString& kindText,
-                                      const QString& findText) {
+GridLists::Outcome GridLists::refresh(DateSelection& dates, const SearchRequest& search) {
     switch (m_state.listMode) {
     case ListMode::None:
     case ListMode::Month:
@@ -168,7 +170,7 @@ GridLists::Outcome GridLists::refresh(DateSelection& dates, const QString& kindT
     case ListMode::Day:
         return selectDayRecord(dates);
     case ListMode::Search:
-        return runSearch(dates, kindText, findText);
+        return runSearch(search);
     case ListMode::OnSite:
         return showDayStatus();
     }

@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "desk/date_selection.h"
 #include "lists/list_table.h"
+#include "lists/record_search.h"
 
 #include <QCoreApplication>
 #include <functional>
@@ -41,17 +42,27 @@ public:
     Outcome selectDayRecord(DateSelection& dates);
     // "Select Month Record": the month of the date boxes.
     Outcome selectMonthRecord(DateSelection& dates);
+    // What the find controls hold: the kind (CBListBy), the find text (MainFindTB) and the months to read.
+    struct SearchRequest {
+        SearchMonths months;
+        QString kindText;
+        QString findText;
+    };
+    // The month of the month and year boxes; invalid when they name none.
+    static SearchMonths monthOfBoxes(const DateSelection& dates);
     // cmdMFind or Enter in MainFindTB: refuses an empty find text, then searches.
-    Outcome startSearch(const DateSelection& dates, const QString& kindText, const QString& findText);
-    // The search itself, in the month of the month and year boxes.
-    Outcome runSearch(const DateSelection& dates, const QString& kindText, const QString& findText);
+    Outcome startSearch(const SearchRequest& request);
+    // The search itself, in the months asked for.
+    Outcome runSearch(const SearchRequest& request);
+    // The months the search shown read.
+    const SearchMonths& searchedMonths() const { return m_searched; }
     // cmdDayList: rebuilds today's status file ("Write List"), then lists it ("Day List").
     Outcome showDayStatus();
     // Rebuilds today's status file; false when it failed (shown in the title).
     bool writeStatusList();
 
     // The list refresh after saves, deletions, arrivals and departures: rebuilds the list ListMode names.
-    Outcome refresh(DateSelection& dates, const QString& kindText, const QString& findText);
+    Outcome refresh(DateSelection& dates, const SearchRequest& search);
 
 private:
     void show(ListTable table);
@@ -61,6 +72,7 @@ private:
     AppState& m_state;
     ListTable m_table;
     View m_view;
+    SearchMonths m_searched;
 };
 
 } // namespace porvane

@@ -11,23 +11,30 @@ namespace {
 constexpr qsizetype kBlock = 256 * 1024;
 }
 
-LineCache::LineCache(int fileDescriptor)
-    : m_fd(fileDescriptor >= 0 ? ::fcntl(fileDescriptor, F_DUPFD_CLOEXEC, 0) : -1) {}
-
 LineCache::~LineCache() {
-    if (m_fd >= 0)
-        ::close(m_fd);
+    for (const int fd : m_fds)
+        if (fd >= 0)
+            ::close(fd);
 }
 
-QByteArrayView LineCache::line(qint64 offset, qsizetype length) {
-    const bool cached = offset >= m_blockOffset && offset + length <= m_blockOffset + m_blockSize;
-    if (!cached && m_fd >= 0) {
-        m_block.resize(std::max(kBlock, length));
+int LineCache::addFile(int fileDescriptor) {
+    m_fds.append(fileDescriptor >= 0 ? ::fcntl(fileDescriptor, F_DUPFD_CLOEXEC, 0) : -1);
+    return int(m_fds.size() - 1);
+}
+
+QByteArrayView LineCache::line(int file, qint64 offset, qsizetype length) {
+    const int fd = file >= 0 && file < m_fds.size() ? m_fds[file] : -1;
+    const bool cached =
+        file == m_blockFile && offset >= m_blockOffset && offset + length <= m_blockOffset + m_blockSize;
+    if (!cached) {
+        m_blockFile = file;
         m_blockOffset = offset;
         m_blockSize = 0;
-        while (m_blockSize < m_block.size()) {
-            const ssize_t n = ::pread(m_fd, m_block.data() + m_blockSize,
-                                      size_t(m_block.size() - m_blockSize), offset + m_blockSize);
+        if (fd >= 0)
+            m_block.resize(std::max(kBlock, length));
+        while (fd >= 0 && m_blockSize < m_block.size()) {
+            const ssize_t n = ::pread(fd, m_block.data() + m_blockSize, size_t(m_block.size() - m_blockSize),
+                                      offset + m_blockSize);
             if (n < 0 && errno == EINTR)
                 continue;
             if (n <= 0)

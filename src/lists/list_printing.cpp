@@ -154,10 +154,13 @@ GridLayout layOut(const ListTable& table, int rows, double pageWidth, double pad
 } // namespace
 
 QString ListPrinting::title(ListMode mode, const QString& siteName, const DateSelection& dates,
-                            const QTime& now) {
+                            const QTime& now, const SearchMonths& searched) {
     const QString month = capitalisedMonth(dates.monthText());
     const QString& day = dates.dayText();
     const QString& year = dates.yearText();
+    const auto monthOf = [](const QDate& date) {
+        return capitalisedMonth(DateSelection::monthYearText(date));
+    };
     switch (mode) {
     case ListMode::None:
         return siteName + tr("    Visitors List  -  ") + month + u' ' + year;
@@ -166,7 +169,11 @@ QString ListPrinting::title(ListMode mode, const QString& siteName, const DateSe
     case ListMode::Month:
         return siteName + tr("    Visitor List  -  ") + month + u' ' + year;
     case ListMode::Search:
-        return siteName + tr("    Visitor List [ Part ]   ") + month + u' ' + year;
+        if (searched.count() > 1)
+            return siteName + tr("    Visitor List [ Part ]   ") + monthOf(searched.first) + tr(" to ") +
+                   monthOf(searched.last);
+        return siteName + tr("    Visitor List [ Part ]   ") +
+               (searched.valid() ? monthOf(searched.first) : month + u' ' + year);
     case ListMode::OnSite:
         return siteName + tr("    Visitor On-Site Status:  ") + day + u' ' + month + u' ' + year +
                tr("  as at  ") + now.toString(QStringLiteral("hh:mm"));

@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "desk/date_selection.h"
 #include "lists/list_table.h"
+#include "lists/record_search.h"
 
 #include <QCoreApplication>
 #include <QDate>
@@ -23,9 +24,9 @@ class ListPrinting {
 
 public:
     // The title after the site's name, by ListMode; the month as the box has its first letter and the rest in
-    // lower case.
-    static QString title(ListMode mode, const QString& siteName, const DateSelection& dates,
-                         const QTime& now);
+    // lower case. A search names the months it read, when they are given.
+    static QString title(ListMode mode, const QString& siteName, const DateSelection& dates, const QTime& now,
+                         const SearchMonths& searched = {});
     // "Porvane 90     Page &P of &N    Printed: &D" with the page, the count and the date filled in.
     static QString footer(int page, int pageCount, const QDate& printed);
     // The widest piece of a text between the places where a printed line may break (blanks, hyphens): how

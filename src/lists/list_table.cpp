@@ -24,10 +24,9 @@ quint32 textColourRgb(TextColour colour) {
     return 0x000000;
 }
 
-ListTable::ListTable(const ListLayout& layout, const LineReader& reader)
+ListTable::ListTable(const ListLayout& layout)
     : rowColours{0xFFFFFF, layout.secondRowColour}
-    , m_layout(&layout)
-    , m_lines(std::make_shared<LineCache>(reader.handle())) {
+    , m_layout(&layout) {
     columns.reserve(qsizetype(layout.columns.size()));
     for (const ColumnDef& def : layout.columns)
         columns.append({QCoreApplication::translate("ListColumns", def.header), def.width,
@@ -35,15 +34,25 @@ ListTable::ListTable(const ListLayout& layout, const LineReader& reader)
                         def.wraps});
 }
 
+ListTable::ListTable(const ListLayout& layout, const LineReader& reader)
+    : ListTable(layout) {
+    readFrom(reader);
+}
+
+void ListTable::readFrom(const LineReader& reader) {
+    m_readingFile = quint16(m_lines->addFile(reader.handle()));
+}
+
 void ListTable::addRow(const LineReader& reader, qsizetype lineLength, quint16 note) {
-    m_rows.append({reader.lineOffset(), quint16(std::min<qsizetype>(lineLength, kLastListedColumn)), note});
+    m_rows.append({reader.lineOffset(), quint16(std::min<qsizetype>(lineLength, kLastListedColumn)), note,
+                   m_readingFile});
 }
 
 ListRow ListTable::row(int row) const {
     if (row < 0 || row >= listedCount())
         return {};
     const Row& r = m_rows[row];
-    return ListRow(m_layout, m_lines->line(r.offset, r.length), r.note, &m_scratch);
+    return ListRow(m_layout, m_lines->line(r.file, r.offset, r.length), r.note, &m_scratch);
 }
 
 ListCell ListTable::cell(int row, int column) const {

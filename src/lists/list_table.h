@@ -35,15 +35,18 @@ class ListRow;
 
 // What a list builder produces and the grid, list printing and porvane-admin show as it is: the columns,
 // the rows, the two row colours and the count. A row is only where its line lies in the file the list was
-// read from and a small note of the list's own (the day of a month list's row); its cells are made from the
-// line when they are asked for. The file is kept open, so a month replaced by another desk meanwhile still
-// shows as it was read, and a month of tens of thousands of rows costs a few hundred kilobytes.
+// read from (a search over several months reads several) and a small note of the list's own (the day of a
+// month list's row); its cells are made from the line when they are asked for. The files are kept open, so a
+// month replaced by another desk meanwhile still shows as it was read, and a month of tens of thousands of
+// rows costs a few hundred kilobytes.
 class ListTable {
 public:
     static constexpr int kTrailingEmptyRows = 50;
 
     // A table without rows or columns.
     ListTable() = default;
+    // An empty table with the layout's columns, to be read from the files readFrom() names.
+    explicit ListTable(const ListLayout& layout);
     // An empty table with the layout's columns over the file the reader reads; rows are added as it reads.
     ListTable(const ListLayout& layout, const LineReader& reader);
 
@@ -69,6 +72,8 @@ public:
     // filtered, for printing it as it is seen.
     ListTable withRows(const QList<int>& rows) const;
 
+    // Rows added from now on are lines of the file the reader reads.
+    void readFrom(const LineReader& reader);
     // Adds a row for the line the reader returned last, with the list's note for it.
     void addRow(const LineReader& reader, qsizetype lineLength, quint16 note = 0);
 
@@ -77,10 +82,12 @@ private:
         qint64 offset;
         quint16 length; // as far as any cell reaches
         quint16 note;
+        quint16 file; // of m_lines
     };
 
     const ListLayout* m_layout = nullptr;
-    std::shared_ptr<LineCache> m_lines;
+    std::shared_ptr<LineCache> m_lines = std::make_shared<LineCache>();
+    quint16 m_readingFile = 0;
     QList<Row> m_rows;
     mutable std::array<char, 8> m_scratch{}; // a cell that is not stored as it shows ("09:30")
 };

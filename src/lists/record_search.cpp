@@ -4,6 +4,7 @@
 #include "store/windows1252.h"
 
 #include <array>
+#include <cstdio>
 #include <cstring>
 
 namespace porvane {
@@ -40,24 +41,12 @@ constexpr std::array<KindSpec, 10> kKinds{{
      QT_TRANSLATE_NOOP("RecordSearch", "FIND WHO A PERSON IS"), 758, 70},
 }};
 
+constexpr ColumnDef kColArrival{QT_TRANSLATE_NOOP("ListColumns", "Arrival"), 60, false, 0, 0, Shown::Own};
+
 constexpr ColumnDef kSearchColumns[] = {
-    kColRegistration,
-    kColFirstName,
-    kColLastName,
-    kColOrganisation,
-    kColCategory,
-    kColParty,
-    kColTelephone,
-    kColPassValid,
-    kColPassIssued,
-    kColLength,
-    kColPassType,
-    kColPassEnds,
-    {QT_TRANSLATE_NOOP("ListColumns", "Arrival"), 60, false, 0, 0, Shown::Own},
-    kColCarReg,
-    kColReportsTo,
-    kColDepartment,
-    kColContact,
+    kColRegistration, kColFirstName, kColLastName,   kColOrganisation, kColCategory, kColParty,
+    kColTelephone,    kColPassValid, kColPassIssued, kColLength,       kColPassType, kColPassEnds,
+    kColArrival,      kColCarReg,    kColReportsTo,  kColDepartment,   kColContact,
 };
 
 // "Arrival": the first booked time of the month, or nothing.
@@ -71,6 +60,30 @@ ListCell arrivalCell(const RecordLine& line, quint16, int, std::array<char, 8>& 
 }
 
 constexpr ListLayout kSearchLayout{kSearchColumns, 0xE0FFFF, arrivalCell};
+
+// A search of several months: the same columns, with each row's month beside its number.
+constexpr ColumnDef kColMonth{QT_TRANSLATE_NOOP("ListColumns", "Month"), 65, false, 0, 0, Shown::Own};
+constexpr int kMonthColumn = 1;
+constexpr ColumnDef kRangeSearchColumns[] = {
+    kColRegistration, kColMonth,     kColFirstName, kColLastName,   kColOrganisation, kColCategory,
+    kColParty,        kColTelephone, kColPassValid, kColPassIssued, kColLength,       kColPassType,
+    kColPassEnds,     kColArrival,   kColCarReg,    kColReportsTo,  kColDepartment,   kColContact,
+};
+
+// A row's note is its month, counted as year * 12 + month - 1.
+quint16 monthNote(const QDate& month) {
+    return quint16(month.year() * 12 + month.month() - 1);
+}
+
+// "2026-11" for the month of the note; "Arrival" as in one month.
+ListCell rangeCell(const RecordLine& line, quint16 note, int column, std::array<char, 8>& scratch) {
+    if (column != kMonthColumn)
+        return arrivalCell(line, note, column, scratch);
+    const int length = std::snprintf(scratch.data(), scratch.size(), "%04d-%02d", note / 12, note % 12 + 1);
+    return {QByteArrayView(scratch.data(), length)};
+}
+
+constexpr ListLayout kRangeSearchLayout{kRangeSearchColumns, 0xE0FFFF, rangeCell};
 
 // Windows-1252 is single-byte: upper-case letters (ASCII, Latin-1 and the four in 0x80..0x9F) fold to
 // their lower-case partners, so the find text is converted once and lines are compared byte by byte.
@@ -186,16 +199,49 @@ bool SearchMatch::matches(const RecordLine& line) const {
     return m_finder.foundIn(line.columns(def.column, def.width));
 }
 
-BuiltList RecordSearch::run(const QString& dataPath, const QDate& month, SearchKind kind,
+SearchMonths SearchMonths::of(const QDate& month) {
+    const QDate first(month.year(), month.month(), 1);
+    return {first, first};
+}
+
+SearchMonths SearchMonths::between(const QDate& a, const QDate& b) {
+    const QDate first(a.year(), a.month(), 1);
+    const QDate last(b.year(), b.month(), 1);
+    return first <= last ? SearchMonths{first, last} : SearchMonths{last, first};
+}
+
+int SearchMonths::count() const {
+    if (!valid())
+        return 0;
+    return (last.year() - first.year()) * 12 + last.month() - first.month() + 1;
+}
+
+QString SearchMonths::text() const {
+    const QString format = QStringLiteral("yyyy-MM");
+    if (count() <= 1)
+        return first.toString(format);
+    return first.toString(format) + QStringLiteral("..") + last.toString(format);
+}
+
+BuiltList RecordSearch::run(const QString& dataPath, const SearchMonths& months, SearchKind kind,
                             const QString& findText) {
     const SearchMatch match(kind, findText);
-    LineReader reader(monthFileOf(dataPath, month));
-    BuiltList out{ListTable(kSearchLayout, reader), {}};
-    QByteArrayView bytes;
-    while (reader.next(bytes))
-        if (match.matches(RecordLine(bytes)))
-            out.table.addRow(reader, bytes.size());
-    out.error = reader.error();
+    BuiltList out{ListTable(months.count() > 1 ? kRangeSearchLayout : kSearchLayout),
+                  FileError::notFound(monthFileOf(dataPath, months.first))};
+    for (QDate month = months.first; months.valid() && month <= months.last; month = month.addMonths(1)) {
+        LineReader reader(monthFileOf(dataPath, month));
+        if (reader.error().number == FileError::FileNotFound)
+            continue;
+        out.table.readFrom(reader);
+        const quint16 note = monthNote(month);
+        QByteArrayView bytes;
+        while (reader.next(bytes))
+            if (match.matches(RecordLine(bytes)))
+                out.table.addRow(reader, bytes.size(), note);
+        out.error = reader.error();
+        if (out.error)
+            break;
+    }
     return out;
 }
 

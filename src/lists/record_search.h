@@ -4,6 +4,7 @@
 #include "store/record_line.h"
 
 #include <QCoreApplication>
+#include <QDate>
 #include <QStringList>
 #include <array>
 #include <optional>
@@ -50,6 +51,21 @@ private:
     FoldedFinder m_finder;
 };
 
+// The months a search reads, the first to the last (both included), each month's file in turn.
+struct SearchMonths {
+    QDate first; // the first day of each month
+    QDate last;
+
+    // One month, from any of its days.
+    static SearchMonths of(const QDate& month);
+    // From the earlier month to the later, whichever is given first.
+    static SearchMonths between(const QDate& a, const QDate& b);
+    bool valid() const { return first.isValid() && last.isValid() && first <= last; }
+    int count() const;
+    // "2026-11" or "2026-05..2027-05", as porvane-admin takes it.
+    QString text() const;
+};
+
 class RecordSearch {
     Q_DECLARE_TR_FUNCTIONS(RecordSearch)
 
@@ -70,9 +86,11 @@ public:
     // The find text as it is compared: trimmed, and for NAME runs of three and then of two blanks made one.
     static QString findTextFor(SearchKind kind, const QString& findText);
 
-    // Every booking of the month whose searched text contains the find text, without regard to case; any
-    // character of the find text is taken literally.
-    static BuiltList run(const QString& dataPath, const QDate& month, SearchKind kind,
+    // Every booking of the months whose searched text contains the find text, without regard to case; any
+    // character of the find text is taken literally. The months are read in order, each line streamed from
+    // its file; a month without a file is passed over, and FileNotFound comes back only when none of them
+    // has one. A search of several months shows each row's month beside its number.
+    static BuiltList run(const QString& dataPath, const SearchMonths& months, SearchKind kind,
                          const QString& findText);
 };
 

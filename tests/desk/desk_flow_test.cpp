@@ -1,3 +1,4 @@
+#include "csv_read_back.h"
 #include "desk_window.h"
 #include "documents_folder.h"
 #include "pdf_text.h"
@@ -542,6 +543,13 @@ TEST_F(GateFlow, onSiteCountsFiltersKeysAndTheEndOfDaySignOut) {
     ASSERT_EQ(grid()->model()->rowCount(), 1);
     EXPECT_EQ(cell(0, 0).trimmed(), u"261102080000") << "on site on a pass that ended on the 20th";
     EXPECT_EQ(highlightedRow(), 0);
+    // The export holds what the grid shows: the one row the filter leaves.
+    const QString exported = folder.appPath() + u"overstayed.csv"_s;
+    prompter.queueFileName(exported);
+    click("cmdExport");
+    const test::CsvReadBack back = test::readCsvWithPython(exported);
+    ASSERT_EQ(back.rows.size(), 2) << back.error.toStdString();
+    EXPECT_EQ(back.rows[1].mid(0, 3), (QStringList{u"261102080000"_s, u"Ed"_s, u"Old"_s}));
     overstayed->click();
     EXPECT_EQ(grid()->model()->rowCount(), 3 + 50);
 

@@ -1,4 +1,5 @@
 #include "admin_run.h"
+#include "csv_read_back.h"
 #include "temp_data_folder.h"
 
 #include <QDir>
@@ -38,15 +39,20 @@ void checkOutput(const TempDataFolder& folder, const QString& name, const QStrin
     EXPECT_EQ(got, expected) << name.toStdString() << " " << args.join(u' ').toStdString();
 }
 
+// October to December 2026, 60 bookings each.
+AdminRun writeDemoMonths(const TempDataFolder& folder) {
+    return runAdmin(folder, kToday,
+                    {u"demo"_s, u"--from"_s, u"2026-10"_s, u"--months"_s, u"3"_s, u"--per-month"_s, u"60"_s,
+                     u"--seed"_s, u"3"_s});
+}
+
 QByteArray withLine(QByteArray month, const QByteArray& line) {
     return month + line + "\r\n";
 }
 
 TEST(ListOutput, everyListSearchAndOnSiteViewPrintsExactlyAsBefore) {
     TempDataFolder folder;
-    const AdminRun demo = runAdmin(folder, kToday,
-                                   {u"demo"_s, u"--from"_s, u"2026-10"_s, u"--months"_s, u"3"_s,
-                                    u"--per-month"_s, u"60"_s, u"--seed"_s, u"3"_s});
+    const AdminRun demo = writeDemoMonths(folder);
     ASSERT_EQ(demo.status, 0) << demo.err.toStdString();
     QByteArray november = folder.read(u"Record/2611.vrf"_s);
     ASSERT_FALSE(november.isEmpty());
@@ -107,6 +113,86 @@ TEST(ListOutput, everyListSearchAndOnSiteViewPrintsExactlyAsBefore) {
     folder.write(status, lines.join('\n'));
     checkOutput(folder, u"onsite-marked"_s, {u"onsite"_s});
     checkOutput(folder, u"onsite-csv"_s, {u"--csv"_s, u"onsite"_s});
+}
+
+// The tab-separated lines of porvane-admin's output, each split into its fields.
+QList<QStringList> fieldsOf(const AdminRun& run) {
+    QList<QStringList> rows;
+    for (const QString& line : run.outLines())
+        rows.append(line.split(u'\t'));
+    return rows;
+}
+
+// A search of several months prints what the searches of each month print, month after month, with the month
+// beside each number; a month without a file (January) is passed over.
+TEST(ListOutput, aSearchOfSeveralMonthsListsEachMonthInTurnWithItsMonth) {
+    TempDataFolder folder;
+    const AdminRun demo = writeDemoMonths(folder);
+    ASSERT_EQ(demo.status, 0) << demo.err.toStdString();
+    QList<QStringList> expected;
+    for (const QString& month : {u"2026-10"_s, u"2026-11"_s, u"2026-12"_s}) {
+        const AdminRun one = runAdmin(folder, kToday, {u"search"_s, month, u"NAME"_s, u"ar"_s});
+        ASSERT_EQ(one.status, 0) << month.toStdString() << one.err.toStdString();
+        QList<QStringList> rows = fieldsOf(one);
+        ASSERT_GE(rows.size(), 2) << month.toStdString();
+        if (expected.isEmpty()) {
+            QStringList header = rows.first();
+            header.insert(1, u"Month"_s);
+            expected.append(header);
+        }
+        for (QStringList& row : rows.mid(1)) {
+            row.insert(1, month);
+            expected.append(row);
+        }
+    }
+    const AdminRun range = runAdmin(folder, kToday, {u"search"_s, u"2026-10..2027-01"_s, u"NAME"_s, u"ar"_s});
+    EXPECT_EQ(range.status, 0) << range.err.toStdString();
+    EXPECT_EQ(fieldsOf(range), expected);
+
+    const AdminRun none = runAdmin(folder, kToday, {u"search"_s, u"2026-10..2026-12"_s, u"NAME"_s, u"qqq"_s});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_TRUE(none.err.contains(u"No items have can be found for OCTOBER 2026 to DECEMBER 2026"_s))
+        << none.err.toStdString();
+    for (const QString& months :
+         {u"2026-12..2026-10"_s, u"2026-10..2026-13"_s, u"2026-10.."_s, u"2026-1"_s}) {
+        const AdminRun refused = runAdmin(folder, kToday, {u"search"_s, months, u"NAME"_s, u"ar"_s});
+        EXPECT_EQ(refused.status, 2) << months.toStdString();
+        EXPECT_TRUE(refused.out.isEmpty());
+    }
+}
+
+// Names and organisations with commas, quotes and accents come back field for field from a CSV reader.
+TEST(ListOutput, csvGivesBackCommasQuotesAndAccentsFieldForField) {
+    TempDataFolder folder;
+    folder.write(
+        u"Record/2611.vrf"_s,
+        handLine({{1, "261101080000"}, {14, "Jos\xE9"}, {31, "O'Neill"}, {550, "Smith, \"Jo\" & Co"}}) +
+            "\r\n" + handLine({{1, "261102080000"}, {14, "Jo"}, {31, "Smith, \"Jo\""}}) + "\r\n");
+    folder.write(u"Record/2612.vrf"_s,
+                 handLine({{1, "261201080000"}, {14, "Zo\xEB"}, {31, "\"Jo\""}, {550, "\xC5sa, B\xF8rk"}}) +
+                     "\r\n");
+    const AdminRun run =
+        runAdmin(folder, kToday, {u"--csv"_s, u"search"_s, u"2026-11..2026-12"_s, u"NAME"_s, u"jo"_s});
+    ASSERT_EQ(run.status, 0) << run.err.toStdString();
+    const QString path = folder.appPath() + u"search.csv"_s;
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(run.out.toUtf8());
+    file.close();
+
+    const CsvReadBack back = readCsvWithPython(path);
+    ASSERT_TRUE(back.error.isEmpty()) << back.error.toStdString();
+    ASSERT_EQ(back.rows.size(), 4);
+    EXPECT_EQ(back.rows[0].mid(0, 5), (QStringList{u"Registration"_s, u"Month"_s, u"First Name"_s,
+                                                   u"Last Name"_s, u"Organisation"_s}));
+    const QList<QStringList> booked{
+        {u"261101080000"_s, u"2026-11"_s, u"José"_s, u"O'Neill"_s, u"Smith, \"Jo\" & Co"_s},
+        {u"261102080000"_s, u"2026-11"_s, u"Jo"_s, u"Smith, \"Jo\""_s, QString()},
+        {u"261201080000"_s, u"2026-12"_s, u"Zoë"_s, u"\"Jo\""_s, u"Åsa, Børk"_s}};
+    for (int r = 0; r < booked.size(); ++r) {
+        EXPECT_EQ(back.rows[r + 1].size(), back.rows[0].size()) << r;
+        EXPECT_EQ(back.rows[r + 1].mid(0, 5), booked[r]) << r;
+    }
 }
 
 } // namespace

@@ -8,8 +8,13 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 struct SearchTest : ListsFixture {
+    // In the month of the date boxes.
     GridLists::Outcome search(const char* kind, const QString& text) {
-        return lists.startSearch(dates, QString::fromLatin1(kind), text);
+        return lists.startSearch({GridLists::monthOfBoxes(dates), QString::fromLatin1(kind), text});
+    }
+    GridLists::Outcome searchMonths(const QDate& from, const QDate& to, const char* kind,
+                                    const QString& text) {
+        return lists.startSearch({SearchMonths::between(from, to), QString::fromLatin1(kind), text});
     }
 };
 
@@ -117,6 +122,48 @@ TEST_F(SearchTest, refusalsAndTheThreeMessages) {
     EXPECT_EQ(lists.table().gridRowCount(), 50);
     EXPECT_EQ(desk.state.ListedCount, 4);
     EXPECT_EQ(RecordSearch::settledKindText(u"SHOE SIZE"_s), u"ANY TEXT") << "an unknown kind searches all";
+}
+
+// March, May and June have files, April none: the months are read in order whichever is named first, a month
+// without a file is passed over, and each row shows its month beside its number.
+TEST_F(SearchTest, severalMonthsAreReadInTurnAndEachRowShowsItsMonth) {
+    writeLines(u"Record/2403.vrf"_s,
+               {handLine({{1, "240301000001"}, {14, "Jo"}, {31, "Smith"}, {1076, "0900"}})});
+    writeLines(u"Record/2405.vrf"_s, {handLine({{1, "240501000001"}, {14, "Bo"}, {31, "Brown"}}),
+                                      handLine({{1, "240501000002"}, {14, "Ann"}, {31, "Smithson"}})});
+    writeLines(u"Record/2406.vrf"_s,
+               {handLine({{1, "240601000001"}, {14, "Cy"}, {31, "Goldsmith"}, {1064, "1400"}})});
+    EXPECT_EQ(searchMonths(QDate(2024, 6, 30), QDate(2024, 3, 1), "NAME", u"smith"_s),
+              GridLists::Outcome::Listed);
+    EXPECT_EQ(column(0), (QStringList{u"240301000001"_s, u"240501000002"_s, u"240601000001"_s}));
+    EXPECT_EQ(column(1), (QStringList{u"2024-03"_s, u"2024-05"_s, u"2024-06"_s}));
+    const ListTable& table = lists.table();
+    ASSERT_EQ(table.columnCount(), 18);
+    EXPECT_EQ(table.columns[1].header, u"Month");
+    EXPECT_EQ(table.columns[13].header, u"Arrival");
+    // Rows read back out of order, each from its own month's file.
+    EXPECT_EQ(row(2).mid(0, 4), (QStringList{u"240601000001"_s, u"2024-06"_s, u"Cy"_s, u"Goldsmith"_s}));
+    EXPECT_EQ(cell(2, 13), u"14:00");
+    EXPECT_EQ(row(0).mid(0, 4), (QStringList{u"240301000001"_s, u"2024-03"_s, u"Jo"_s, u"Smith"_s}));
+    EXPECT_EQ(cell(0, 13), u"09:00");
+    EXPECT_EQ(desk.state.ListedCount, 3);
+    EXPECT_EQ(lists.searchedMonths().text(), u"2024-03..2024-06");
+    EXPECT_TRUE(desk.prompter.messages().isEmpty());
+
+    EXPECT_EQ(searchMonths(QDate(2024, 3, 1), QDate(2024, 6, 1), "NAME", u"zed"_s),
+              GridLists::Outcome::Message);
+    EXPECT_EQ(desk.prompter.last().title, u"Porvane 90 6726");
+    EXPECT_EQ(desk.prompter.last().text, u"No items have can be found for MARCH 2024 to JUNE 2024");
+    EXPECT_EQ(searchMonths(QDate(2023, 1, 1), QDate(2023, 12, 1), "NAME", u"smith"_s),
+              GridLists::Outcome::Message);
+    EXPECT_EQ(desk.prompter.last().title, u"Porvane 90 6725") << "no month of the range has a file";
+
+    // A damaged month stops the search with its message; the rows found before it stay listed.
+    desk.folder.write(u"Record/2404.vrf"_s, QByteArray(70000, 'x') + "\r\n");
+    EXPECT_EQ(searchMonths(QDate(2024, 3, 1), QDate(2024, 6, 1), "NAME", u"smith"_s),
+              GridLists::Outcome::Message);
+    EXPECT_EQ(desk.prompter.last().title, u"Porvane 90 6727");
+    EXPECT_EQ(column(0), QStringList{u"240301000001"_s});
 }
 
 } // namespace

@@ -24,6 +24,19 @@ Answer ScriptedPrompter::ask(const Message& message) {
     return message.buttons == Buttons::Ok || message.buttons == Buttons::OkCancel ? Answer::Ok : Answer::Yes;
 }
 
+std::optional<QString> ScriptedPrompter::askSaveFileName(const FileQuestion& question) {
+    m_fileQuestions.append(question);
+    if (m_fileNames.empty()) {
+        ADD_FAILURE() << "unexpected file question: " << question.title.toStdString();
+        return std::nullopt;
+    }
+    const QString path = m_fileNames.front();
+    m_fileNames.pop_front();
+    if (path.isNull())
+        return std::nullopt;
+    return path;
+}
+
 QStringList ScriptedPrompter::texts() const {
     QStringList out;
     for (const Message& m : m_messages)

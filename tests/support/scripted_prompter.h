@@ -13,6 +13,12 @@ namespace porvane::test {
 class ScriptedPrompter final : public Prompter {
 public:
     Answer ask(const Message& message) override;
+    // Answers from its own queue: the path the operator chooses, or nullopt for Cancel.
+    std::optional<QString> askSaveFileName(const FileQuestion& question) override;
+    void queueFileName(const std::optional<QString>& path) {
+        m_fileNames.push_back(path.value_or(QString()));
+    }
+    const QList<FileQuestion>& fileQuestions() const { return m_fileQuestions; }
 
     void queue(Answer answer) { m_answers.push_back(answer); }
     void queue(std::initializer_list<Answer> answers) {
@@ -27,6 +33,8 @@ public:
     void clear() {
         m_messages.clear();
         m_answers.clear();
+        m_fileQuestions.clear();
+        m_fileNames.clear();
     }
     std::size_t unusedAnswers() const { return m_answers.size(); }
     // Runs while a message is up: what another desk does while this one waits for its operator.
@@ -35,6 +43,8 @@ public:
 private:
     QList<Message> m_messages;
     std::deque<std::optional<Answer>> m_answers;
+    QList<FileQuestion> m_fileQuestions;
+    std::deque<QString> m_fileNames; // a null text cancels
 };
 
 } // namespace porvane::test
