@@ -71,6 +71,13 @@ TEST_F(ListPrintingTest, titlesByListMode) {
         {ListMode::OnSite, u"Harbour Works    Visitor On-Site Status:  15 June 2024  as at  14:05"_s}};
     for (const auto& [mode, title] : titles)
         EXPECT_EQ(ListPrinting::title(mode, u"Harbour Works"_s, dates, QTime(14, 5)), title);
+    // A search names the months it read, whatever month the boxes have moved to since.
+    EXPECT_EQ(ListPrinting::title(ListMode::Search, u"Harbour Works"_s, dates, QTime(14, 5),
+                                  SearchMonths::between(QDate(2024, 12, 1), QDate(2024, 2, 1))),
+              u"Harbour Works    Visitor List [ Part ]   February 2024 to December 2024"_s);
+    EXPECT_EQ(ListPrinting::title(ListMode::Search, u"Harbour Works"_s, dates, QTime(14, 5),
+                                  SearchMonths::of(QDate(2024, 3, 9))),
+              u"Harbour Works    Visitor List [ Part ]   March 2024"_s);
 }
 
 // Every list prints every cell whole on A4 landscape pages that each carry the title, the header row and the
