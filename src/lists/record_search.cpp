@@ -216,13 +216,6 @@ int SearchMonths::count() const {
     return (last.year() - first.year()) * 12 + last.month() - first.month() + 1;
 }
 
-QString SearchMonths::text() const {
-    const QString format = QStringLiteral("yyyy-MM");
-    if (count() <= 1)
-        return first.toString(format);
-    return first.toString(format) + QStringLiteral("..") + last.toString(format);
-}
-
 BuiltList RecordSearch::run(const QString& dataPath, const SearchMonths& months, SearchKind kind,
                             const QString& findText) {
     const SearchMatch match(kind, findText);

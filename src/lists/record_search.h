@@ -62,8 +62,6 @@ struct SearchMonths {
     static SearchMonths between(const QDate& a, const QDate& b);
     bool valid() const { return first.isValid() && last.isValid() && first <= last; }
     int count() const;
-    // "2026-11" or "2026-05..2027-05", as porvane-admin takes it.
-    QString text() const;
 };
 
 class RecordSearch {
