@@ -98,7 +98,7 @@ TEST_F(ListPrintingTest, everyListPrintsEveryCellWhole) {
          }},
         {"Visitor List [ Part ] June 2024",
          [&] {
-             return lists.startSearch(dates, u"ANY TEXT"_s, u"contractor"_s);
+             return lists.startSearch({GridLists::monthOfBoxes(dates), u"ANY TEXT"_s, u"contractor"_s});
          }},
         {"Visitor On-Site Status: 15 June 2024 as at 09:00",
          [&] {
