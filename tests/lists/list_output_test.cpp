@@ -124,14 +124,28 @@ QList<QStringList> fieldsOf(const AdminRun& run) {
 }
 
 // A search of several months prints what the searches of each month print, month after month, with the month
-// beside each number; a month without a file (January) is passed over.
-TEST(ListOutput, aSearchOfSeveralMonthsListsEachMonthInTurnWithItsMonth) {
+// beside each number; a month without a file (January) is passed over. As CSV, names and organisations with
+// commas, quotes and accents come back from a CSV reader field for field.
+TEST(ListOutput, aSearchOfSeveralMonthsListsEachMonthInTurn_andItsCsvReadsBackFieldForField) {
     TempDataFolder folder;
     const AdminRun demo = writeDemoMonths(folder);
     ASSERT_EQ(demo.status, 0) << demo.err.toStdString();
+    const QString november = u"Record/2611.vrf"_s;
+    folder.write(
+        november,
+        folder.read(november) +
+            handLine({{1, "261101080000"}, {14, "Jos\xE9"}, {31, "O'Neill"}, {550, "Smith, \"Jo\" & Co"}}) +
+            "\r\n" + handLine({{1, "261102080000"}, {14, "Jo"}, {31, "Smith, \"Jo\""}}) + "\r\n");
+    const QString december = u"Record/2612.vrf"_s;
+    folder.write(
+        december,
+        folder.read(december) +
+            handLine({{1, "261201080000"}, {14, "Zo\xEB"}, {31, "\"Jo\""}, {550, "\xC5sa, B\xF8rk"}}) +
+            "\r\n");
+
     QList<QStringList> expected;
     for (const QString& month : {u"2026-10"_s, u"2026-11"_s, u"2026-12"_s}) {
-        const AdminRun one = runAdmin(folder, kToday, {u"search"_s, month, u"NAME"_s, u"ar"_s});
+        const AdminRun one = runAdmin(folder, kToday, {u"search"_s, month, u"NAME"_s, u"o"_s});
         ASSERT_EQ(one.status, 0) << month.toStdString() << one.err.toStdString();
         QList<QStringList> rows = fieldsOf(one);
         ASSERT_GE(rows.size(), 2) << month.toStdString();
@@ -145,53 +159,37 @@ TEST(ListOutput, aSearchOfSeveralMonthsListsEachMonthInTurnWithItsMonth) {
             expected.append(row);
         }
     }
-    const AdminRun range = runAdmin(folder, kToday, {u"search"_s, u"2026-10..2027-01"_s, u"NAME"_s, u"ar"_s});
+    const AdminRun range = runAdmin(folder, kToday, {u"search"_s, u"2026-10..2027-01"_s, u"NAME"_s, u"o"_s});
     EXPECT_EQ(range.status, 0) << range.err.toStdString();
     EXPECT_EQ(fieldsOf(range), expected);
-
-    const AdminRun none = runAdmin(folder, kToday, {u"search"_s, u"2026-10..2026-12"_s, u"NAME"_s, u"qqq"_s});
-    EXPECT_EQ(none.status, 1);
-    EXPECT_TRUE(none.err.contains(u"No items have can be found for OCTOBER 2026 to DECEMBER 2026"_s))
-        << none.err.toStdString();
     for (const QString& months :
          {u"2026-12..2026-10"_s, u"2026-10..2026-13"_s, u"2026-10.."_s, u"2026-1"_s}) {
-        const AdminRun refused = runAdmin(folder, kToday, {u"search"_s, months, u"NAME"_s, u"ar"_s});
+        const AdminRun refused = runAdmin(folder, kToday, {u"search"_s, months, u"NAME"_s, u"o"_s});
         EXPECT_EQ(refused.status, 2) << months.toStdString();
         EXPECT_TRUE(refused.out.isEmpty());
     }
-}
 
-// Names and organisations with commas, quotes and accents come back field for field from a CSV reader.
-TEST(ListOutput, csvGivesBackCommasQuotesAndAccentsFieldForField) {
-    TempDataFolder folder;
-    folder.write(
-        u"Record/2611.vrf"_s,
-        handLine({{1, "261101080000"}, {14, "Jos\xE9"}, {31, "O'Neill"}, {550, "Smith, \"Jo\" & Co"}}) +
-            "\r\n" + handLine({{1, "261102080000"}, {14, "Jo"}, {31, "Smith, \"Jo\""}}) + "\r\n");
-    folder.write(u"Record/2612.vrf"_s,
-                 handLine({{1, "261201080000"}, {14, "Zo\xEB"}, {31, "\"Jo\""}, {550, "\xC5sa, B\xF8rk"}}) +
-                     "\r\n");
-    const AdminRun run =
-        runAdmin(folder, kToday, {u"--csv"_s, u"search"_s, u"2026-11..2026-12"_s, u"NAME"_s, u"jo"_s});
-    ASSERT_EQ(run.status, 0) << run.err.toStdString();
+    const AdminRun csv =
+        runAdmin(folder, kToday, {u"--csv"_s, u"search"_s, u"2026-10..2027-01"_s, u"NAME"_s, u"o"_s});
+    ASSERT_EQ(csv.status, 0) << csv.err.toStdString();
     const QString path = folder.appPath() + u"search.csv"_s;
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(run.out.toUtf8());
+    file.write(csv.out.toUtf8());
     file.close();
-
     const CsvReadBack back = readCsvWithPython(path);
     ASSERT_TRUE(back.error.isEmpty()) << back.error.toStdString();
-    ASSERT_EQ(back.rows.size(), 4);
-    EXPECT_EQ(back.rows[0].mid(0, 5), (QStringList{u"Registration"_s, u"Month"_s, u"First Name"_s,
-                                                   u"Last Name"_s, u"Organisation"_s}));
+    ASSERT_EQ(back.rows.size(), expected.size());
     const QList<QStringList> booked{
         {u"261101080000"_s, u"2026-11"_s, u"José"_s, u"O'Neill"_s, u"Smith, \"Jo\" & Co"_s},
         {u"261102080000"_s, u"2026-11"_s, u"Jo"_s, u"Smith, \"Jo\""_s, QString()},
         {u"261201080000"_s, u"2026-12"_s, u"Zoë"_s, u"\"Jo\""_s, u"Åsa, Børk"_s}};
-    for (int r = 0; r < booked.size(); ++r) {
-        EXPECT_EQ(back.rows[r + 1].size(), back.rows[0].size()) << r;
-        EXPECT_EQ(back.rows[r + 1].mid(0, 5), booked[r]) << r;
+    for (const QStringList& row : booked) {
+        const auto read = std::find_if(back.rows.begin(), back.rows.end(),
+                                       [&](const QStringList& r) { return r.value(0) == row[0]; });
+        ASSERT_NE(read, back.rows.end()) << row[0].toStdString();
+        EXPECT_EQ(read->size(), expected.first().size());
+        EXPECT_EQ(read->mid(0, 5), row);
     }
 }
 
