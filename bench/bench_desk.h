@@ -22,6 +22,7 @@ struct BenchDesk {
     AppState state{prompter, clock, pause};
 
     explicit BenchDesk(const QString& dataPath) { state.settings.DataPath = dataPath; }
+    RecordStore recordStore() { return recordStoreOf(state); }
 };
 
 // Fills the current record with a booking that the store accepts, under the identifier regNo (empty for a

@@ -110,7 +110,7 @@ void BM_DeskMonthListShown(benchmark::State& state) {
     desk.AppPath = benchHomePath();
     desk.settings.DataPath = benchDataPath();
     desk.settings.ckEnbl_RTC = QStringLiteral("0");
-    RecordStore records(desk);
+    RecordStore records = recordStoreOf(desk);
     RecordStoreBooking store(records);
     MainWindow window(desk, store);
     window.resize(1024, 740);

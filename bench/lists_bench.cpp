@@ -121,7 +121,7 @@ void BM_Append(benchmark::State& state) {
         return;
     ScratchMonth month(int(state.range(0)));
     BenchDesk desk(month.dir.path());
-    RecordStore store(desk.state);
+    RecordStore store = desk.recordStore();
     for (auto _ : state) {
         fillBenchBooking(desk.state.record, {}, QStringLiteral("append"));
         if (!store.SaveNewRecord(desk.state.record, month.yymm).ok())
@@ -138,7 +138,7 @@ void BM_Update(benchmark::State& state) {
         return;
     ScratchMonth month(int(state.range(0)));
     BenchDesk desk(month.dir.path());
-    RecordStore store(desk.state);
+    RecordStore store = desk.recordStore();
     const QString regNo = QString::fromLatin1(month.firstRegNo);
     int turn = 0;
     for (auto _ : state) {

@@ -23,7 +23,7 @@ int main(int argc, char* argv[]) {
     // A new note every time, so that an update always has something to write.
     bench::fillBenchBooking(desk.state.record, update ? args[4] : QString(),
                             QString::number(QDateTime::currentMSecsSinceEpoch()));
-    RecordStore store(desk.state);
+    RecordStore store = desk.recordStore();
     const StoreResult result = save ? store.SaveNewRecord(desk.state.record, args[2])
                                     : store.UpdateRecord(desk.state.record, args[2], args[4]);
     if (!result.ok()) {

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "app/clock.h"
+#include "app/lock_question.h"
 #include "app/pause.h"
 #include "app/prompter.h"
 #include "settings/settings.h"
 #include "store/current_record.h"
+#include "store/record_store.h"
 
 #include <QString>
 
@@ -38,6 +40,8 @@ public:
     Prompter& prompter;
     Clock& clock;
     Pause& pause;
+    // Asked by every change while another desk holds the data folder.
+    PrompterLockQuestion lockQuestion{prompter};
 
     QString AppPath; // the program's folder, always ending with "/"
     Settings settings;
@@ -71,5 +75,11 @@ public:
         return p.endsWith(u'/') ? p : p + u'/';
     }
 };
+
+// The record store over the desk's data folder (as the settings name it at each change) and clock.
+inline RecordStore recordStoreOf(AppState& state) {
+    return {[&state] { return state.dataPath(); }, [&state] { return state.clock.now(); },
+            state.lockQuestion};
+}
 
 } // namespace porvane

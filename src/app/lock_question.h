@@ -17,4 +17,7 @@ private:
     Prompter& m_prompter;
 };
 
+// takeDataLock, asking the operator through the desk's prompter.
+FileError takeDataLock(DataLock& lock, Prompter& prompter);
+
 } // namespace porvane

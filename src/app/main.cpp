@@ -57,7 +57,7 @@ int main(int argc, char* argv[]) {
     SystemClock clock;
     EventLoopPause pause;
     AppState state(prompter, clock, pause);
-    RecordStore records(state);
+    RecordStore records = recordStoreOf(state);
     RecordStoreBooking store(records);
     DeskStartUp platform(state, store);
     if (!StartUp(state, platform).run(appPath))

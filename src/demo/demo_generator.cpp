@@ -1,5 +1,6 @@
 #include "demo/demo_generator.h"
 
+#include "app/lock_question.h"
 #include "store/current_record.h"
 #include "store/data_lock.h"
 #include "store/data_paths.h"

@@ -446,7 +446,9 @@ bool BookingEditor::bookWalkInForToday() {
 // departure it has not stored.
 void BookingEditor::writeSiteTimes(const QString& what) {
     m_view.focus = Focus::MainFind;
-    if (const FileError error = UpdateDayStatus(m_state, box(Field::RegNo))) {
+    if (const FileError error = UpdateDayStatus(m_state.dataPath(), m_state.clock.today(), box(Field::RegNo),
+                                                m_booking[Field::TimeOnSite], m_booking[Field::TimeOffSite],
+                                                m_state.lockQuestion)) {
         m_state.prompter.tell(plainTitle(),
                               what + tr(" could not be written to today's status file: ") + error.text +
                                   tr(" (error %1).").arg(error.number),

@@ -21,7 +21,8 @@ bool EndOfDay::signOutEveryone(AppState& state) {
                             question + QStringLiteral("\r\n") + tr("Sign them all out at %1?").arg(now),
                             Buttons::YesNo, Icon::Question}) != Answer::Yes)
         return false;
-    if (const FileError error = SignOutDayStatus(state, marks, now)) {
+    if (const FileError error =
+            SignOutDayStatus(state.dataPath(), state.clock.today(), marks, now, state.lockQuestion)) {
         state.prompter.tell(title, tr("The departures could not be written to today's status file: ") +
                                        error.text + tr(" (error %1).").arg(error.number));
         return false;

@@ -1,5 +1,6 @@
 #include "lists/on_site_list.h"
 
+#include "app/lock_question.h"
 #include "store/data_lock.h"
 #include "store/line_reader.h"
 #include "store/safe_file.h"

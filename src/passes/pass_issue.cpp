@@ -307,7 +307,7 @@ PassIssue::PrintResult PassIssue::print(const Render& render, const StoreRecord&
 std::function<FileError()> updateBookingInStore(AppState& state) {
     return [&state]() -> FileError {
         const QString regNo = state.record[Field::RegNo].trimmed();
-        return RecordStore(state).UpdatePass(state.record, regNo.left(4), regNo).error;
+        return recordStoreOf(state).UpdatePass(state.record, regNo.left(4), regNo).error;
     };
 }
 

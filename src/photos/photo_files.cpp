@@ -1,5 +1,6 @@
 #include "photos/photo_files.h"
 
+#include "app/lock_question.h"
 #include "store/data_lock.h"
 #include "store/safe_file.h"
 

@@ -77,8 +77,4 @@ public:
 // 70 naming the holder when the question says cancel; the folder's error when no lock can be made.
 FileError takeDataLock(DataLock& lock, LockHolderQuestion& question);
 
-class Prompter;
-// The same, asking the operator through the desk's prompter; defined with that question, outside the store.
-FileError takeDataLock(DataLock& lock, Prompter& prompter);
-
 } // namespace porvane

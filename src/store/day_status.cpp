@@ -1,7 +1,5 @@
 #include "store/day_status.h"
 
-#include "app/app_state.h"
-
 #include "store/data_lock.h"
 #include "store/data_paths.h"
 #include "store/line_reader.h"
@@ -68,24 +66,25 @@ FileError markSiteTimes(const QString& statusPath, QByteArrayView key, QByteArra
     return rewriteLines(statusPath, mark, nullptr, writePath);
 }
 
-FileError UpdateDayStatus(AppState& state, const QString& regNoText, std::chrono::milliseconds lockWait,
-                          WritePath* writePath) {
-    DataLock lock(state.dataPath(), lockWait);
-    if (FileError error = takeDataLock(lock, state.prompter))
+FileError UpdateDayStatus(const QString& dataPath, const QDate& day, const QString& regNoText,
+                          const QString& arrival, const QString& departure, LockHolderQuestion& lockQuestion,
+                          std::chrono::milliseconds lockWait, WritePath* writePath) {
+    DataLock lock(dataPath, lockWait);
+    if (FileError error = takeDataLock(lock, lockQuestion))
         return error;
-    return markSiteTimes(dayStatusPath(state.dataPath(), state.clock.today()),
-                         toWindows1252(regNoText.trimmed()), toWindows1252(state.record[Field::TimeOnSite]),
-                         toWindows1252(state.record[Field::TimeOffSite]), writePath);
+    return markSiteTimes(dayStatusPath(dataPath, day), toWindows1252(regNoText.trimmed()),
+                         toWindows1252(arrival), toWindows1252(departure), writePath);
 }
 
-FileError SignOutDayStatus(AppState& state, const QHash<QString, QString>& marksSeen,
-                           const QString& departure, std::chrono::milliseconds lockWait) {
+FileError SignOutDayStatus(const QString& dataPath, const QDate& day,
+                           const QHash<QString, QString>& marksSeen, const QString& departure,
+                           LockHolderQuestion& lockQuestion, std::chrono::milliseconds lockWait) {
     QHash<QByteArray, QByteArray> seen;
     for (auto it = marksSeen.cbegin(); it != marksSeen.cend(); ++it)
         seen.insert(toWindows1252(it.key().trimmed()), toWindows1252(it.value()));
     const QByteArray time = toWindows1252(departure);
-    DataLock lock(state.dataPath(), lockWait);
-    if (FileError error = takeDataLock(lock, state.prompter))
+    DataLock lock(dataPath, lockWait);
+    if (FileError error = takeDataLock(lock, lockQuestion))
         return error;
     const LineEdit signOut = [&](QByteArrayView stored, QByteArray& out) {
         QByteArray line = stored.toByteArray();
@@ -94,7 +93,7 @@ FileError SignOutDayStatus(AppState& state, const QHash<QString, QString>& marks
             overwrite(line, kDepartureColumn, time);
         out.append(line).append(kLineEnd);
     };
-    return rewriteLines(dayStatusPath(state.dataPath(), state.clock.today()), signOut, nullptr, nullptr);
+    return rewriteLines(dayStatusPath(dataPath, day), signOut, nullptr, nullptr);
 }
 
 } // namespace porvane

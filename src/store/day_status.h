@@ -9,7 +9,7 @@
 
 namespace porvane {
 
-class AppState;
+class LockHolderQuestion;
 class WritePath;
 
 // A booking's arrival and departure in a day status file, "hhmm" each (columns 991-992 and 994-995,
@@ -29,20 +29,23 @@ SiteTimes readSiteTimes(const QString& dataPath, const QDate& day, const QString
 FileError markSiteTimes(const QString& statusPath, QByteArrayView key, QByteArrayView arrival,
                         QByteArrayView departure, WritePath* writePath = nullptr);
 
-// Writes the current record's arrival and departure (TimeOnSite, TimeOffSite) into every line of today's
+// Writes a booking's arrival and departure (its TimeOnSite and TimeOffSite) into every line of the day's
 // status file whose first 12 characters equal the registration box's trimmed text. Each value replaces at
 // most five characters at columns 991 and 996; a line too short to hold them is first padded with blanks to
-// 1000 columns, otherwise no line changes its length. Done under the data folder's lock with a fresh read and
-// an atomic replace; a booking with no line leaves the file untouched.
-FileError UpdateDayStatus(AppState& state, const QString& regNoText,
+// 1000 columns, otherwise no line changes its length. Done under the data folder's lock (lockQuestion is
+// asked while another desk holds it) with a fresh read and an atomic replace; a booking with no line leaves
+// the file untouched.
+FileError UpdateDayStatus(const QString& dataPath, const QDate& day, const QString& regNoText,
+                          const QString& arrival, const QString& departure, LockHolderQuestion& lockQuestion,
                           std::chrono::milliseconds lockWait = std::chrono::milliseconds(10000),
                           WritePath* writePath = nullptr);
 
-// End of day: writes one departure time ("hh:mm") into the lines of today's status file named by marksSeen
+// End of day: writes one departure time ("hh:mm") into the lines of the day's status file named by marksSeen
 // (RegNo -> the arrival and departure, columns 991-1000, as the caller saw them), in a single rewrite under
 // the data folder's lock. A line whose marks another desk changed since is left as it is.
-FileError SignOutDayStatus(AppState& state, const QHash<QString, QString>& marksSeen,
-                           const QString& departure,
+FileError SignOutDayStatus(const QString& dataPath, const QDate& day,
+                           const QHash<QString, QString>& marksSeen, const QString& departure,
+                           LockHolderQuestion& lockQuestion,
                            std::chrono::milliseconds lockWait = std::chrono::milliseconds(10000));
 
 } // namespace porvane

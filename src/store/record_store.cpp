@@ -63,8 +63,11 @@ QString makeRegNo(const QDateTime& now, const QString& bookingYymm) {
     return regNo;
 }
 
-RecordStore::RecordStore(AppState& state)
-    : m_state(state) {}
+RecordStore::RecordStore(std::function<QString()> dataPath, std::function<QDateTime()> now,
+                         LockHolderQuestion& lockQuestion)
+    : m_dataPath(std::move(dataPath))
+    , m_now(std::move(now))
+    , m_lockQuestion(lockQuestion) {}
 
 namespace {
 
@@ -90,12 +93,13 @@ StoreResult RecordStore::SaveNewRecord(const CurrentRecord& booking, const QStri
         return refused(tr("Can't SAVE:  No valid ORGANISATION name has been entered"));
 
     CurrentRecord saved = booking;
-    saved[Field::RegNo] = makeRegNo(m_state.clock.now(), bookingYymm);
+    saved[Field::RegNo] = makeRegNo(m_now(), bookingYymm);
     const QByteArray line = encodeRecordLine(saved);
-    DataLock lock(m_state.dataPath(), lockWait);
-    if (FileError error = takeDataLock(lock, m_state.prompter))
+    const QString dataPath = m_dataPath();
+    DataLock lock(dataPath, lockWait);
+    if (FileError error = takeDataLock(lock, m_lockQuestion))
         return failed(error);
-    if (FileError error = appendLine(monthFilePath(m_state.dataPath(), bookingYymm), line, writePath))
+    if (FileError error = appendLine(monthFilePath(dataPath, bookingYymm), line, writePath))
         return failed(error);
     return {StoreResult::Status::Ok, {}, saved[Field::RegNo]};
 }
@@ -104,8 +108,9 @@ StoreResult RecordStore::replaceLines(const QString& bookingYymm, const QString&
                                       const std::function<void(QByteArrayView, QByteArray&)>& replace,
                                       const std::function<void()>& afterWrite) {
     const QByteArray key = keyOf(regNoText);
-    DataLock lock(m_state.dataPath(), lockWait);
-    if (FileError error = takeDataLock(lock, m_state.prompter))
+    const QString dataPath = m_dataPath();
+    DataLock lock(dataPath, lockWait);
+    if (FileError error = takeDataLock(lock, m_lockQuestion))
         return failed(error);
     const LineEdit edit = [&](QByteArrayView stored, QByteArray& out) {
         if (!key.isEmpty() && RecordLine(stored).hasRegNo(key))
@@ -113,8 +118,7 @@ StoreResult RecordStore::replaceLines(const QString& bookingYymm, const QString&
         out.append(stored);
         out.append(kLineEnd);
     };
-    if (FileError error =
-            rewriteLines(monthFilePath(m_state.dataPath(), bookingYymm), edit, nullptr, writePath))
+    if (FileError error = rewriteLines(monthFilePath(dataPath, bookingYymm), edit, nullptr, writePath))
         return failed(error);
     if (afterWrite)
         afterWrite();
@@ -156,7 +160,7 @@ StoreResult RecordStore::DeleteBooking(const QString& bookingYymm, const QString
         bookingYymm, regNoText, [](QByteArrayView, QByteArray&) {},
         [&] {
             if (!keyOf(regNoText).isEmpty())
-                deletePhotos(m_state.dataPath(), regNoText.trimmed(), firstName, lastName);
+                deletePhotos(m_dataPath(), regNoText.trimmed(), firstName, lastName);
         });
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/app_state.h"
+#include "store/current_record.h"
 #include "store/file_error.h"
 
 #include <QCoreApplication>
@@ -12,6 +12,7 @@
 
 namespace porvane {
 
+class LockHolderQuestion;
 class WritePath;
 
 // What a store operation did. The store never talks to the operator: a refusal or a failed write comes back
@@ -47,7 +48,10 @@ class RecordStore {
     Q_DECLARE_TR_FUNCTIONS(RecordStore)
 
 public:
-    explicit RecordStore(AppState& state);
+    // dataPath is asked at every change, since the settings can move the data folder while the desk runs; now
+    // gives a new booking's identifier; lockQuestion is asked while another desk holds the data folder.
+    RecordStore(std::function<QString()> dataPath, std::function<QDateTime()> now,
+                LockHolderQuestion& lockQuestion);
 
     // How long a change waits for another desk's lock before asking the operator what to do.
     std::chrono::milliseconds lockWait{10000};
@@ -76,7 +80,9 @@ private:
                              const std::function<void(QByteArrayView stored, QByteArray& out)>& replace,
                              const std::function<void()>& afterWrite = {});
 
-    AppState& m_state;
+    std::function<QString()> m_dataPath;
+    std::function<QDateTime()> m_now;
+    LockHolderQuestion& m_lockQuestion;
 };
 
 } // namespace porvane

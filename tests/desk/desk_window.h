@@ -181,7 +181,7 @@ protected:
     FixedClock clock{QDateTime(QDate(2026, 11, 23), QTime(9, 30, 15))};
     WatchedPause pause;
     AppState state{prompter, clock, pause};
-    RecordStore records{state};
+    RecordStore records = recordStoreOf(state);
     RecordStoreBooking store{records};
 
 private:

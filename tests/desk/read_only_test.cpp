@@ -166,7 +166,7 @@ protected:
     // Opens the on-site list and Al Bond's booking, then presses every enabled button of the main window and
     // the writing ones, driving every window they open. Returns the buttons pressed.
     QStringList pressEverything() {
-        RecordStore records(state);
+        RecordStore records = recordStoreOf(state);
         RecordStoreBooking store(records);
         MainWindow window(state, store);
         window.show();

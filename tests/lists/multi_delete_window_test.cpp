@@ -125,7 +125,7 @@ TEST_F(MultiDeleteWindowTest, aFailureIsShownAndTheWindowStaysOpen) {
 
 // Switched off, the main window's button cannot be pressed; enabled, it opens the window (the test below).
 TEST_F(MultiDeleteWindowTest, mainWindowPurgeButton_followsTheSettings) {
-    RecordStore records{desk.state};
+    RecordStore records = desk.recordStore();
     RecordStoreBooking store{records};
     desk.state.settings.ckDisMultiD = u"1"_s;
     MainWindow window(desk.state, store);
@@ -136,7 +136,7 @@ TEST_F(MultiDeleteWindowTest, purgeFromTheMainWindow_showsTheResultInItsTitleAnd
     writeLines(u"Record/2406.vrf"_s,
                {handLine({{1, "240601090000"}, {14, "Ann"}, {31, "Lee"}, {1116, "0900"}}),
                 handLine({{1, "240602090000"}, {14, "Bob"}, {31, "Ray"}, {1120, "1000"}})});
-    RecordStore records{desk.state};
+    RecordStore records = desk.recordStore();
     RecordStoreBooking store{records};
     MainWindow window(desk.state, store);
     window.show();

@@ -64,7 +64,7 @@ TEST_F(FullDisk, saveAndUpdateFailWithDiskFull_leaveTheMonthAndNoTemporaryFile_a
     desk.folder.write(u"filler"_s, QByteArray(qsizetype(kPages - 10 - 1) * page, 'f'));
     const QByteArray hash = monthHash();
 
-    RecordStore store(desk.state);
+    RecordStore store = desk.recordStore();
     store.lockWait = std::chrono::milliseconds(2000);
     decodeRecordLine(RecordLine(month), desk.state.record);
     desk.state.record.MarkRecordSaved();

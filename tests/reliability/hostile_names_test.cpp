@@ -60,7 +60,7 @@ TEST(HostileNames, deletingBookingsWithHostileNamesRemovesNothingOutsideTheirPho
     desk.folder.write(u"Record/2403.vrf"_s, month);
     const QMap<QString, QByteArray> before = snapshot(desk.folder.appPath());
 
-    RecordStore store(desk.state);
+    RecordStore store = desk.recordStore();
     for (const QString& regNoText : kHostile + QStringList{u"240305090000"_s}) {
         for (const QString& name : kHostile) {
             desk.state.record.ClearRecord();

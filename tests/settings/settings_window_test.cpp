@@ -189,7 +189,7 @@ private:
 };
 
 struct DeskSettingsTest : SettingsWindowTest {
-    RecordStore records{state};
+    RecordStore records = recordStoreOf(state);
     RecordStoreBooking store{records};
     MainWindow window{state, store};
 };

@@ -15,12 +15,18 @@ protected:
         : desk(QDateTime(QDate(2024, 6, 15), QTime(9, 41))) {}
 
     void mark(const char16_t* arrival, const char16_t* departure) {
-        desk.state.record[Field::TimeOnSite] = QString::fromUtf16(arrival);
-        desk.state.record[Field::TimeOffSite] = QString::fromUtf16(departure);
+        m_arrival = QString::fromUtf16(arrival);
+        m_departure = QString::fromUtf16(departure);
+    }
+    FileError update(const QString& regNoText) {
+        return UpdateDayStatus(desk.state.dataPath(), desk.clock.today(), regNoText, m_arrival, m_departure,
+                               desk.state.lockQuestion);
     }
     QByteArray today() const { return desk.folder.read(u"Status/240615.vdf"_s); }
 
     TestDesk desk;
+    QString m_arrival;
+    QString m_departure;
 };
 
 const QByteArray kAnn =
@@ -30,7 +36,7 @@ const QByteArray kBob = handLine({{1, "240610100000"}, {14, "Bob"}, {991, "08:10
 TEST_F(DayStatusTest, arrivalAndDeparture_overwriteTheirColumnsInEveryLineOfTheBooking) {
     desk.folder.write(u"Status/240615.vdf"_s, kAnn + "\n" + kBob + "\r\n" + kAnn); // LF, CR LF, no end
     mark(u"09:41", u"  -  ");
-    ASSERT_FALSE(UpdateDayStatus(desk.state, u" 240605090000 "_s));
+    ASSERT_FALSE(update(u" 240605090000 "_s));
     QByteArray arrived = kAnn;
     arrived.replace(990, 5, "09:41");
     EXPECT_EQ(today(), crLf({arrived, kBob, arrived}));
@@ -42,7 +48,7 @@ TEST_F(DayStatusTest, arrivalAndDeparture_overwriteTheirColumnsInEveryLineOfTheB
 
     // Writing "  -  " back restores the not-arrived state.
     mark(u"  -  ", u"  -  ");
-    ASSERT_FALSE(UpdateDayStatus(desk.state, u"240605090000"_s));
+    ASSERT_FALSE(update(u"240605090000"_s));
     EXPECT_EQ(today(), crLf({kAnn, kBob, kAnn}));
 }
 
@@ -51,7 +57,7 @@ TEST_F(DayStatusTest, aShorterValueReplacesOnlyItsOwnCharacters_andShortLinesAre
     const QByteArray longLine = handLine({{1, "240605090000"}, {991, "11:22"}, {996, "33:44"}}, 1186);
     desk.folder.write(u"Status/240615.vdf"_s, crLf({shortLine, longLine}));
     mark(u"9:5", u"17:30");
-    ASSERT_FALSE(UpdateDayStatus(desk.state, u"240605090000"_s));
+    ASSERT_FALSE(update(u"240605090000"_s));
     QByteArray padded = shortLine + QByteArray(960, ' ');
     padded.replace(990, 3, "9:5");
     padded.replace(995, 5, "17:30");
@@ -75,13 +81,13 @@ TEST_F(DayStatusTest, readTakesTheLastMatchingLine_andABookingWithoutALineLeaves
 
     const QDateTime written = QFileInfo(desk.folder.path(u"Status/240615.vdf"_s)).lastModified();
     mark(u"10:00", u"  -  ");
-    EXPECT_FALSE(UpdateDayStatus(desk.state, u"240605"_s)) << "a part of a key is no key";
-    EXPECT_FALSE(UpdateDayStatus(desk.state, u""_s));
+    EXPECT_FALSE(update(u"240605"_s)) << "a part of a key is no key";
+    EXPECT_FALSE(update(u""_s));
     EXPECT_EQ(today(), before);
     EXPECT_EQ(QFileInfo(desk.folder.path(u"Status/240615.vdf"_s)).lastModified(), written);
 
     desk.clock.set(QDateTime(QDate(2024, 6, 16), QTime(8, 0)));
-    EXPECT_EQ(UpdateDayStatus(desk.state, u"240605090000"_s).number, 53) << "no file for the day";
+    EXPECT_EQ(update(u"240605090000"_s).number, 53) << "no file for the day";
 }
 
 } // namespace

@@ -52,7 +52,7 @@ protected:
     QByteArray month() const { return desk.folder.read(u"Record/2403.vrf"_s); }
 
     TestDesk desk;
-    RecordStore store{desk.state};
+    RecordStore store = recordStoreOf(desk.state);
 };
 
 // The month ends in a torn line, as a killed writer of another tool may leave it: the line is ended first.

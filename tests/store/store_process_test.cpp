@@ -40,7 +40,7 @@ struct ChildDesk {
     FixedClock clock{QDateTime(QDate(2024, 3, 1), QTime(10, 0))};
     InstantPause pause;
     AppState state{prompter, clock, pause};
-    RecordStore store{state};
+    RecordStore store = recordStoreOf(state);
 
     explicit ChildDesk(const QString& dataPath = qEnvironmentVariable(kDataVar)) {
         state.settings.DataPath = dataPath;

@@ -20,6 +20,8 @@ struct TestDesk {
         state.AppPath = folder.appPath();
         state.settings.DataPath = folder.dataPath();
     }
+    // The record store the desk would make over this folder and clock.
+    RecordStore recordStore() { return recordStoreOf(state); }
 };
 
 } // namespace porvane::test
