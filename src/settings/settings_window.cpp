@@ -1,8 +1,8 @@
 #include "settings/settings_window.h"
 
 #include "app/help_topics.h"
-#include "photos/folder_browser_dialog.h"
 #include "settings/data_folder_check.h"
+#include "settings/folder_browser_dialog.h"
 #include "settings/settings_options.h"
 #include "settings/settings_password.h"
 #include "settings/settings_password_window.h"

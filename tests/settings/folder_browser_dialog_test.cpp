@@ -1,4 +1,4 @@
-#include "photos/folder_browser_dialog.h"
+#include "settings/folder_browser_dialog.h"
 
 #include <QDir>
 #include <QLineEdit>
