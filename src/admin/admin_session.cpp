@@ -130,7 +130,7 @@ int runAdminCommandLine(int argc, char* argv[], const ApplicationMaker& makeAppl
 
     state.AppPath =
         o.home.isEmpty() ? AppPathForThisProgram() : withTrailingSlash(QDir(o.home).absolutePath());
-    const SettingsLoad load = LoadSettings(state);
+    const SettingsLoad load = LoadSettings(state.AppPath, state.settings);
     if (load.status == SettingsLoad::Status::Unreadable) {
         QTextStream(stderr) << "porvane-admin: " << load.error.text << '\n';
         return 1;

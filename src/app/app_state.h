@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/clock.h"
+#include "app/help_topics.h"
 #include "app/lock_question.h"
 #include "app/pause.h"
 #include "app/prompter.h"
@@ -11,8 +12,6 @@
 #include <QString>
 
 namespace porvane {
-
-class UrlOpener;
 
 // What the list grid shows; the list refresh rebuilds it after every change.
 enum class ListMode : int { None = 0, Day = 1, Month = 2, Search = 3, OnSite = 4 };
@@ -44,22 +43,17 @@ public:
     PrompterLockQuestion lockQuestion{prompter};
 
     QString AppPath; // the program's folder, always ending with "/"
+    Help help{AppPath};
     Settings settings;
     bool SettingsCreated = false;
     // The platform version test; only a Windows start-up sets these.
     bool IsXpOrLater = false;
     int OsMajorVersion = 0;
-    // Opens help pages; null means the desktop's browser (see ShowHelp).
-    UrlOpener* urlOpener = nullptr;
 
     CurrentRecord record;
-    bool RemovePassRequested = false;
-    bool PassWindowChanged = false;
-    bool SettingsRestartPending = false;
 
     ListMode listMode = ListMode::None;
     int ListedCount = 0;
-    qint32 HelpContext = 1;
     PassWorking pass;
 
     // The main window's title; results of saves and list errors are shown in it.

@@ -1,70 +1,63 @@
 #include "app/help_topics.h"
 
-#include "app/app_state.h"
-
 #include <QCursor>
 #include <QDesktopServices>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <array>
+#include <utility>
 
 namespace porvane {
+
+namespace {
+
+// The one table of help pages; a topic not listed opens the index.
+constexpr std::array<std::pair<HelpTopic, const char*>, 17> kHelpPages{{
+    {HelpTopic::DayList, "daylist.html"},
+    {HelpTopic::MonthList, "monthlist.html"},
+    {HelpTopic::OnSiteList, "iostatuslist.html"},
+    {HelpTopic::Find, "findingrecords.html"},
+    {HelpTopic::CalendarDay, "daylist2.html"},
+    {HelpTopic::NewBooking, "makebooking.html"},
+    {HelpTopic::BookedTimes, "makebooking2.html"},
+    {HelpTopic::ArriveOrDepart, "iostatuslist2.html"},
+    {HelpTopic::SiteTimes, "iostatuslist3.html"},
+    {HelpTopic::Camera, "snapshot.html"},
+    {HelpTopic::CameraSetup, "snapshot2.html"},
+    {HelpTopic::LocationDetails, "makebooking3.html"},
+    {HelpTopic::PersonalDetails, "makebooking3.html"},
+    {HelpTopic::Photos, "managingpics2.html"},
+    {HelpTopic::Settings, "ModesOfOperation2.html"},
+    {HelpTopic::SettingsFolders, "netoperations2.html"},
+    {HelpTopic::Pass, "issuingapass.html"},
+}};
+
+} // namespace
 
 bool DesktopUrlOpener::open(const QUrl& url) {
     return QDesktopServices::openUrl(url);
 }
 
 QString helpPageFor(qint32 context) {
-    switch (context) {
-    case 20:
-        return QStringLiteral("daylist.html");
-    case 21:
-        return QStringLiteral("monthlist.html");
-    case 22:
-        return QStringLiteral("iostatuslist.html");
-    case 23:
-        return QStringLiteral("findingrecords.html");
-    case 24:
-        return QStringLiteral("daylist2.html");
-    case 25:
-        return QStringLiteral("makebooking.html");
-    case 26:
-        return QStringLiteral("makebooking2.html");
-    case 27:
-        return QStringLiteral("iostatuslist2.html");
-    case 28:
-        return QStringLiteral("iostatuslist3.html");
-    case 50:
-        return QStringLiteral("snapshot.html");
-    case 51:
-        return QStringLiteral("snapshot2.html");
-    case 60:
-    case 61:
-        return QStringLiteral("makebooking3.html");
-    case 70:
-        return QStringLiteral("managingpics2.html");
-    case 80:
-        return QStringLiteral("ModesOfOperation2.html");
-    case 81:
-        return QStringLiteral("netoperations2.html");
-    case 100:
-        return QStringLiteral("issuingapass.html");
-    default:
-        return QStringLiteral("index.html");
+    for (const auto& [topic, page] : kHelpPages) {
+        if (qint32(topic) == context)
+            return QString::fromLatin1(page);
     }
+    return QStringLiteral("index.html");
 }
 
 QUrl helpUrlFor(const QString& appPath, qint32 context) {
     return QUrl::fromLocalFile(appPath + QStringLiteral("PorvaneDocs/") + helpPageFor(context));
 }
 
-void ShowHelp(AppState& state) {
+void Help::ShowHelp() const {
     // The hourglass shows while the browser is being asked; it can take a moment to start.
     const bool cursor = qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
     if (cursor)
         QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
-    const QUrl url = helpUrlFor(state.AppPath, state.HelpContext);
-    if (state.urlOpener) {
-        state.urlOpener->open(url);
+    const QUrl url = helpUrlFor(m_appPath, HelpContext);
+    if (urlOpener) {
+        urlOpener->open(url);
     } else {
         DesktopUrlOpener desktop;
         desktop.open(url);
@@ -73,12 +66,12 @@ void ShowHelp(AppState& state) {
         QGuiApplication::restoreOverrideCursor();
 }
 
-bool openHelpOnKey(AppState& state, const QKeyEvent& event, qint32 topic) {
+bool Help::openOnKey(const QKeyEvent& event, std::optional<HelpTopic> topic) {
     if (event.key() != Qt::Key_F1 || event.modifiers() != Qt::NoModifier)
         return false;
-    if (topic > 0)
-        state.HelpContext = topic;
-    ShowHelp(state);
+    if (topic)
+        setTopic(*topic);
+    ShowHelp();
     return true;
 }
 

@@ -49,7 +49,7 @@ bool StartUp::run(const QString& appPath) {
 
 void StartUp::loadSettings() {
     const QString file = QDir::toNativeSeparators(settingsFilePath(m_state.AppPath));
-    const SettingsLoad load = LoadSettings(m_state);
+    const SettingsLoad load = LoadSettings(m_state.AppPath, m_state.settings);
     if (load.status == SettingsLoad::Status::Unreadable) {
         // Writing the defaults over a file that is there but cannot be read would lose it for good.
         m_state.settings = defaultSettings(m_state.AppPath);
@@ -64,7 +64,7 @@ void StartUp::loadSettings() {
     if (!m_state.settings.DataPath.trimmed().isEmpty())
         return;
 
-    const FileError saved = ApplyDefaultSettings(m_state);
+    const FileError saved = ApplyDefaultSettings(m_state.AppPath, m_state.settings);
     m_state.SettingsCreated = true;
     if (load.status == SettingsLoad::Status::Damaged || load.status == SettingsLoad::Status::Short) {
         const QString kept =

@@ -1,7 +1,6 @@
 #include "desk/booked_times.h"
 
 #include "desk/date_selection.h"
-#include "desk/desk_help.h"
 
 #include <QDate>
 #include <QLocale>
@@ -83,7 +82,7 @@ bool BookedTimes::isGrey(int /*day*/) const {
 void BookedTimes::setCurrentCell(int row, int column) {
     m_row = std::clamp(row, 0, m_days);
     m_column = std::clamp(column, 0, 1);
-    setHelpContext(m_state, DeskAction::BookedTimes);
+    m_state.help.setTopic(HelpTopic::BookedTimes);
 }
 
 // A cell is stored as its first two and last two characters: "09:30" is kept as "0930".
@@ -118,7 +117,7 @@ void BookedTimes::enterCell(int day, const QString& typed) {
 }
 
 BookedTimes::KeyResult BookedTimes::keyPress(QChar key) {
-    setHelpContext(m_state, DeskAction::BookedTimes);
+    m_state.help.setTopic(HelpTopic::BookedTimes);
     if (key == QChar(20) || key == u'+') {
         cmdADD();
         return KeyResult::Consumed;
@@ -145,7 +144,7 @@ void BookedTimes::deleteKey() {
 void BookedTimes::cmdADD() {
     if (readOnly())
         return;
-    setHelpContext(m_state, DeskAction::BookedTimes);
+    m_state.help.setTopic(HelpTopic::BookedTimes);
     if (m_row == 0) {
         m_state.prompter.tell(title(), tr("Can't Book Time  - No DAY has been Selected! "),
                               Icon::Exclamation);
@@ -163,7 +162,7 @@ void BookedTimes::cmdADD() {
 void BookedTimes::cmdSUB() {
     if (readOnly())
         return;
-    setHelpContext(m_state, DeskAction::BookedTimes);
+    m_state.help.setTopic(HelpTopic::BookedTimes);
     if (m_column != 0 && isDayRow(m_row))
         setDayTime(m_row, QString());
 }

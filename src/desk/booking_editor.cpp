@@ -1,6 +1,5 @@
 #include "desk/booking_editor.h"
 
-#include "desk/desk_help.h"
 #include "desk/email_check.h"
 #include "store/day_status.h"
 #include "store/photo_paths.h"
@@ -324,7 +323,7 @@ void BookingEditor::cmdSAVE() {
 void BookingEditor::cmdNEW() {
     if (readOnly())
         return;
-    setHelpContext(m_state, DeskAction::NewBooking);
+    m_state.help.setTopic(HelpTopic::NewBooking);
     // An unsaved new booking already on screen is dropped without a question.
     if (bookingOpen() && !saveDecision(Op::New))
         return;
@@ -408,7 +407,7 @@ void BookingEditor::cmdOUT() {
 bool BookingEditor::siteMarkAllowed(const QString& noBookingText, qsizetype lastNameBound) {
     if (readOnly())
         return false;
-    setHelpContext(m_state, DeskAction::ArriveOrDepart);
+    m_state.help.setTopic(HelpTopic::ArriveOrDepart);
     if (!bookingOpen()) {
         m_state.prompter.tell(plainTitle(), noBookingText, Icon::Exclamation);
         return false;
@@ -538,10 +537,9 @@ void BookingEditor::takePhotoMark(CurrentRecord& record) const {
 
 // ---------------------------------------------------------------- closing
 
-bool BookingEditor::closeRequested() {
-    if (!m_state.SettingsRestartPending &&
-        m_state.prompter.ask({plainTitle(), tr("This will close your current session of Porvane"),
-                              Buttons::OkCancel, Icon::Information}) == Answer::Cancel)
+bool BookingEditor::closeRequested(bool askFirst) {
+    if (askFirst && m_state.prompter.ask({plainTitle(), tr("This will close your current session of Porvane"),
+                                          Buttons::OkCancel, Icon::Information}) == Answer::Cancel)
         return false;
     if (readOnly())
         return true;
@@ -574,8 +572,8 @@ bool BookingEditor::settleBeforePass() {
     return saveDecision(Op::Pass);
 }
 
-void BookingEditor::recordWindowClosed() {
-    if (m_state.RemovePassRequested)
+void BookingEditor::recordWindowClosed(bool passRemoved) {
+    if (passRemoved)
         revokePass();
     // What the pass window stored of the pass is the saved state; other unsaved edits stay unsaved.
     if (bookingOpen()) {
@@ -590,13 +588,11 @@ void BookingEditor::recordWindowClosed() {
     CurrentRecord marked = m_booking.record();
     takePhotoMark(marked);
     m_booking.setField(Field::PhotoOnFile, marked[Field::PhotoOnFile]);
-    m_state.PassWindowChanged = false;
     m_booking.changedElsewhere();
     showLabels();
 }
 
 void BookingEditor::revokePass() {
-    m_state.RemovePassRequested = false;
     for (Field f : kPassFields)
         m_booking.setField(f, QString(fieldSpec(f).width, u' '));
     if (!bookingOpen() || readOnly())

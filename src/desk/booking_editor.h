@@ -106,15 +106,16 @@ public:
     void cmdOUT();
     // Opening the booking regNo from a list row; false when the operator kept the current booking.
     bool openRow(const QString& regNo);
-    // The window's close request; true when the window may close.
-    bool closeRequested();
+    // The window's close request; true when the window may close. askFirst false: the desk closes for a
+    // restart the operator was told of, so only unsaved work is asked about.
+    bool closeRequested(bool askFirst = true);
 
     // Before the pass window: unsaved edits go through the save decision, so a pass print never stores them
     // behind the operator's back. False when the operator cancelled.
     bool settleBeforePass();
-    // After the pass or photo windows: a requested pass removal is stored, pass fields the window stored are
-    // the saved state, and the labels catch up.
-    void recordWindowClosed();
+    // After the pass or photo windows: a pass the operator removed there is revoked and stored, pass fields
+    // the window stored are the saved state, and the labels catch up.
+    void recordWindowClosed(bool passRemoved = false);
     // Recomputes the pass, photo and arrival labels from the booking and today's status file.
     void showLabels();
 

@@ -1,6 +1,5 @@
 #include "desk/location_details.h"
 
-#include "desk/desk_help.h"
 #include "store/data_paths.h"
 #include "store/pick_lists.h"
 
@@ -20,7 +19,7 @@ void LocationDetails::open() {
 void LocationDetails::open(const QStringList& workDescriptions, const QStringList& accessAreas) {
     m_descriptions = workDescriptions;
     m_accessAreas = accessAreas;
-    setHelpContext(m_state, DeskAction::LocationDetails);
+    m_state.help.setTopic(HelpTopic::LocationDetails);
     for (std::size_t i = 0; i < kEditable.size(); ++i)
         m_copy[i] = m_booking[kEditable[i]];
     m_copyInfo = m_booking.record().additionalInfo;

@@ -146,7 +146,7 @@ bool LocationDetailsDialog::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void LocationDetailsDialog::keyPressEvent(QKeyEvent* event) {
-    if (!openHelpOnKey(m_state, *event))
+    if (!m_state.help.openOnKey(*event))
         QDialog::keyPressEvent(event);
 }
 

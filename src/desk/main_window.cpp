@@ -5,7 +5,6 @@
 #include "app/print_dialog.h"
 #include "demo/demo_offer.h"
 #include "desk/booked_times_model.h"
-#include "desk/desk_help.h"
 #include "desk/end_of_day.h"
 #include "desk/gate_scan.h"
 #include "desk/list_sort_filter_model.h"
@@ -570,7 +569,7 @@ void MainWindow::wireEditor() {
         showEditorState();
     });
     connect(cmdNEW, &QPushButton::clicked, this, [this] {
-        setHelpContext(m_state, DeskAction::NewBooking);
+        m_state.help.setTopic(HelpTopic::NewBooking);
         m_appliedFocus = BookingEditor::Focus::None;
         m_editor.cmdNEW();
         showEditorState();
@@ -596,7 +595,7 @@ void MainWindow::wireTimes() {
     TimeGrid->installEventFilter(this);
     connect(TimeGrid->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current) {
-                setHelpContext(m_state, DeskAction::BookedTimes);
+                m_state.help.setTopic(HelpTopic::BookedTimes);
                 m_times.setCurrentCell(current.isValid() ? current.row() + 1 : 0, current.column());
             });
     connect(cbTime, &QComboBox::textActivated, this, [this](const QString& text) {
@@ -604,14 +603,14 @@ void MainWindow::wireTimes() {
         laSelTime->setText(m_times.timeCaption());
     });
     connect(cmdADD, &QPushButton::clicked, this, [this] {
-        setHelpContext(m_state, DeskAction::BookedTimes);
+        m_state.help.setTopic(HelpTopic::BookedTimes);
         m_times.cmdADD();
         if (m_times.currentRow() == 0)
             cbTime->setCurrentIndex(-1);
         TimeGrid->setFocus();
     });
     connect(cmdSUB, &QPushButton::clicked, this, [this] {
-        setHelpContext(m_state, DeskAction::BookedTimes);
+        m_state.help.setTopic(HelpTopic::BookedTimes);
         m_times.cmdSUB();
     });
     connect(cmdCLEARAll, &QPushButton::clicked, this, [this] { m_times.cmdCLEARAll(); });
@@ -659,21 +658,21 @@ void MainWindow::wireLists() {
     };
 
     connect(cmdGetAny, &QPushButton::clicked, this, [this] {
-        setHelpContext(m_state, DeskAction::ListSelectedDay);
+        m_state.help.setTopic(HelpTopic::DayList);
         listDay();
     });
     connect(cmdGetToday, &QPushButton::clicked, this, [this] {
-        setHelpContext(m_state, DeskAction::ListToday);
+        m_state.help.setTopic(HelpTopic::DayList);
         m_dates.cmdGetToday(m_state.clock);
         showDateState();
         listDay();
     });
     connect(cmdGetTom, &QPushButton::clicked, this, [this] {
-        setHelpContext(m_state, DeskAction::ListMonth);
+        m_state.help.setTopic(HelpTopic::MonthList);
         listMonth();
     });
     connect(cmdDayList, &QPushButton::clicked, this, [this] {
-        setHelpContext(m_state, DeskAction::OnSiteList);
+        m_state.help.setTopic(HelpTopic::OnSiteList);
         m_lists.showDayStatus();
         showListState();
     });
@@ -684,7 +683,7 @@ void MainWindow::wireLists() {
     });
     CBListBy->installEventFilter(this);
     const auto find = [this] {
-        setHelpContext(m_state, DeskAction::Find);
+        m_state.help.setTopic(HelpTopic::Find);
         m_lists.startSearch(searchRequest());
         showListState();
     };
@@ -745,8 +744,9 @@ void MainWindow::wireTools() {
         hooks.openPhotos = [this](QWidget* parent) {
             PhotoManagerWindow(m_state, parent).exec();
         };
-        PassWindow(m_state, hooks, this).exec();
-        afterRecordWindow();
+        PassWindow window(m_state, hooks, this);
+        window.exec();
+        afterRecordWindow(window.passRemoved());
     });
     connect(cmdPhotos, &QPushButton::clicked, this, [this] {
         PhotoManagerWindow(m_state, this).exec();
@@ -775,9 +775,12 @@ void MainWindow::wireTools() {
         showTitle();
     });
     connect(cmdSettings, &QPushButton::clicked, this, [this] {
-        if (SettingsWindow::openWithPassword(m_state, this))
+        const SettingsWindow::Outcome outcome = SettingsWindow::openWithPassword(
+            m_state.AppPath, m_state.settings, m_state.prompter, m_state.help, this);
+        if (outcome.pickListsChanged)
             fillPickLists();
-        if (m_state.SettingsRestartPending) {
+        if (outcome.restartPending) {
+            m_restarting = true;
             close();
             return;
         }
@@ -819,7 +822,7 @@ void MainWindow::scanPass() {
     ScanTB->clear();
     if (typed.trimmed().isEmpty() || m_editor.readOnly())
         return;
-    setHelpContext(m_state, DeskAction::OnSiteList);
+    m_state.help.setTopic(HelpTopic::OnSiteList);
     // The on-site list is rebuilt first, so the scan is judged by today's list as it is now, and shown.
     m_lists.showDayStatus();
     showListState();
@@ -844,7 +847,7 @@ void MainWindow::scanPass() {
 void MainWindow::signOutEveryone() {
     if (m_editor.readOnly())
         return;
-    setHelpContext(m_state, DeskAction::OnSiteList);
+    m_state.help.setTopic(HelpTopic::OnSiteList);
     if (m_lists.writeStatusList() && EndOfDay::signOutEveryone(m_state))
         m_editor.showLabels();
     m_lists.showDayStatus();
@@ -884,9 +887,9 @@ void MainWindow::fillPickLists() {
     m_showing = showing;
 }
 
-void MainWindow::afterRecordWindow() {
+void MainWindow::afterRecordWindow(bool passRemoved) {
     // The pass and photo windows change the record's pass and photo state.
-    m_editor.recordWindowClosed();
+    m_editor.recordWindowClosed(passRemoved);
     showEditorState();
 }
 
@@ -914,7 +917,7 @@ void MainWindow::printList() {
 
 void MainWindow::printRollCall() {
     // Printed from the on-site list as it is now, rebuilt from the files, and shown with it.
-    setHelpContext(m_state, DeskAction::OnSiteList);
+    m_state.help.setTopic(HelpTopic::OnSiteList);
     m_lists.showDayStatus();
     showListState();
     const QList<RollCallEntry> entries = RollCallSheet::entries(m_lists.table(), m_state.dataPath());
@@ -1165,14 +1168,14 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
-    if (openHelpOnKey(m_state, *event))
+    if (m_state.help.openOnKey(*event))
         return;
     QMainWindow::keyPressEvent(event);
 }
 
 void MainWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
-        setHelpContext(m_state, DeskAction::WindowActivated);
+        m_state.help.setTopic(HelpTopic::Desk);
         // The calendar comes back to today when the operator returns to an idle desk.
         if (m_state.settings.ckCalAOatT == u"1" && !m_editor.bookingOpen() && !m_booking.newPending()) {
             m_dates.cmdGetToday(m_state.clock);
@@ -1183,7 +1186,7 @@ void MainWindow::changeEvent(QEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    if (!m_editor.closeRequested()) {
+    if (!m_editor.closeRequested(!m_restarting)) {
         event->ignore();
         showEditorState();
         return;

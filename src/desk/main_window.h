@@ -57,7 +57,7 @@ private:
     void scanPass();
     void signOutEveryone();
     void showOnSiteFilter();
-    void afterRecordWindow();
+    void afterRecordWindow(bool passRemoved = false);
     void printList();
     // cmdRollCall: everyone on site now, on the roll-call sheet.
     void printRollCall();
@@ -99,6 +99,7 @@ private:
     QStringList m_accessAreas;
     bool m_showing = false;
     bool m_selectingRow = false;
+    bool m_restarting = false; // saved settings need a restart; the close does not ask
     BookingEditor::Focus m_appliedFocus = BookingEditor::Focus::None;
     int m_appliedCaret = -1;
 

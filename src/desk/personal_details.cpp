@@ -1,6 +1,5 @@
 #include "desk/personal_details.h"
 
-#include "desk/desk_help.h"
 #include "desk/email_check.h"
 
 #include <algorithm>
@@ -17,7 +16,7 @@ QStringList PersonalDetails::salutationItems() {
 }
 
 void PersonalDetails::open() {
-    setHelpContext(m_state, DeskAction::PersonalDetails);
+    m_state.help.setTopic(HelpTopic::PersonalDetails);
     for (std::size_t i = 0; i < kEditable.size(); ++i)
         m_copy[i] = m_booking[kEditable[i]];
 }

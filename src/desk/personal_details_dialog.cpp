@@ -173,7 +173,7 @@ bool PersonalDetailsDialog::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void PersonalDetailsDialog::keyPressEvent(QKeyEvent* event) {
-    if (!openHelpOnKey(m_state, *event))
+    if (!m_state.help.openOnKey(*event))
         QDialog::keyPressEvent(event);
 }
 

@@ -81,13 +81,12 @@ void PassIssue::open() {
     m_view.PassDeptTB = r[Field::Department];
     m_view.FirmNameTB = s.SiteName.toUpper();
 
-    m_state.PassWindowChanged = false;
     followPhotoFile();
     m_view.LogoImage = s.ckEnbl_PrnLogo == u"1" ? logoImage() : QString();
     m_view.laBC = u'*' + r[Field::RegNo] + u'*';
     m_view.laBCVisible = s.ckEnbl_BarOP == u"1";
 
-    m_state.RemovePassRequested = false;
+    m_removalRequested = false;
     m_view.removeEnabled = !s.ReadOnlyMode() && !r[Field::PassIssued].trimmed().isEmpty();
 }
 
@@ -216,12 +215,11 @@ void PassIssue::followPhotoFile() {
     const QString onFile = own ? QStringLiteral("1") : QStringLiteral("0");
     if (m_state.record[Field::PhotoOnFile] != onFile && (own || m_state.record[Field::PhotoOnFile] == u"1")) {
         m_state.record[Field::PhotoOnFile] = onFile;
-        m_state.PassWindowChanged = true;
     }
 }
 
 bool PassIssue::confirmClose() {
-    if (!m_state.RemovePassRequested)
+    if (!m_removalRequested)
         return true;
     const CurrentRecord& r = m_state.record;
     const QString text = tr("This will REMOVE the pass record for ") + r[Field::FirstName] + u' ' +
@@ -232,7 +230,7 @@ bool PassIssue::confirmClose() {
                          QStringLiteral(" ]") + kCrLf + kCrLf + tr("Do you wish to proceed ?");
     if (m_state.prompter.ask({kTitle, text, Buttons::YesNoCancel, Icon::Question}) == Answer::Yes)
         return true;
-    m_state.RemovePassRequested = false;
+    m_removalRequested = false;
     return false;
 }
 
@@ -268,7 +266,6 @@ PassIssue::PrintResult PassIssue::print(const Render& render, const StoreRecord&
         m_state.prompter.ask({kTitle, tr("No Photo Found:  Do you wish to Print Without Photo ? "),
                               Buttons::YesNo, Icon::Exclamation}) != Answer::Yes)
         return PrintResult::Declined;
-    m_state.PassWindowChanged = false;
 
     CurrentRecord& r = m_state.record;
     PassWorking& p = m_state.pass;
@@ -286,7 +283,6 @@ PassIssue::PrintResult PassIssue::print(const Render& render, const StoreRecord&
     r.passPrintedNote =
         start + QStringLiteral("  ") + QString::number(p.PassCount) + u' ' + m_view.PassPeriodCB;
 
-    m_state.PassWindowChanged = true;
     m_state.pause.wait(0.1);
     const QString failure = render(content());
     if (!failure.isEmpty()) {

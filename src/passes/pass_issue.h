@@ -83,9 +83,11 @@ public:
     void reloadPhoto() { followPhotoFile(); }
 
     // The remove button sets the request; the window then closes and asks here whether it may.
-    void requestRemoval() { m_state.RemovePassRequested = !m_state.settings.ReadOnlyMode(); }
+    void requestRemoval() { m_removalRequested = !m_state.settings.ReadOnlyMode(); }
     // True when the window may close; asks the removal question when removal was requested.
     bool confirmClose();
+    // Removal was requested and, once the window closed, confirmed: the desk then revokes the pass.
+    bool removalRequested() const { return m_removalRequested; }
 
     // The print request: the photo question, the record's pass fields, rendering and storing. error gets the
     // printer's or the store's failure.
@@ -109,6 +111,7 @@ private:
     AppState& m_state;
     View m_view;
     bool m_printAllowed = true; // by the settings; the validity decides the rest
+    bool m_removalRequested = false;
 };
 
 // Stores the pass fields of the current booking after printing, in the booking's own month; the booking's

@@ -158,7 +158,7 @@ PassWindow::PassWindow(AppState& state, Hooks hooks, QWidget* parent)
 
     m_calendar->setSelectedDate(m_state.clock.today());
     m_pass.open();
-    m_state.HelpContext = 100;
+    m_state.help.setTopic(HelpTopic::Pass);
     refresh();
 
     connect(m_number, &QComboBox::textActivated, this, [this](const QString& t) {
@@ -258,14 +258,14 @@ void PassWindow::printPass() {
 void PassWindow::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
-        m_state.HelpContext = 100;
+        m_state.help.setTopic(HelpTopic::Pass);
         m_pass.reloadPhoto();
         refresh();
     }
 }
 
 void PassWindow::keyPressEvent(QKeyEvent* event) {
-    if (!openHelpOnKey(m_state, *event, 100))
+    if (!m_state.help.openOnKey(*event, HelpTopic::Pass))
         QDialog::keyPressEvent(event);
 }
 

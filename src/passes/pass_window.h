@@ -29,6 +29,9 @@ public:
 
     PassWindow(AppState& state, Hooks hooks, QWidget* parent = nullptr);
 
+    // The operator removed the pass: asked for and confirmed before the window closed.
+    bool passRemoved() const { return m_pass.removalRequested(); }
+
 protected:
     void changeEvent(QEvent* event) override;
     void done(int result) override;

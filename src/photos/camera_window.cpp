@@ -55,7 +55,7 @@ CameraWindow::CameraWindow(AppState& state, QWidget* parent)
     setObjectName(QStringLiteral("frmCapTest"));
     setWindowTitle(tr("Camera"));
     setModal(true);
-    m_state.HelpContext = 50;
+    m_state.help.setTopic(HelpTopic::Camera);
 
     m_preview = named(new QVideoWidget(this), "ezVidCap1");
     m_preview->setMinimumSize(320, 240);
@@ -135,13 +135,13 @@ CameraWindow::~CameraWindow() = default;
 
 // Help on the camera, or on its set-up while that is shown.
 void CameraWindow::keyPressEvent(QKeyEvent* event) {
-    if (!openHelpOnKey(m_state, *event))
+    if (!m_state.help.openOnKey(*event))
         QDialog::keyPressEvent(event);
 }
 
 void CameraWindow::setSetupShown(bool shown) {
     m_setup->setVisible(shown);
-    m_state.HelpContext = shown ? 51 : 50;
+    m_state.help.setTopic(shown ? HelpTopic::CameraSetup : HelpTopic::Camera);
 }
 
 void CameraWindow::chooseCamera(int index) {

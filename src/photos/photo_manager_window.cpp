@@ -152,7 +152,7 @@ PhotoManagerWindow::PhotoManagerWindow(AppState& state, QWidget* parent)
 }
 
 void PhotoManagerWindow::keyPressEvent(QKeyEvent* event) {
-    if (!openHelpOnKey(m_state, *event, 70))
+    if (!m_state.help.openOnKey(*event, HelpTopic::Photos))
         QDialog::keyPressEvent(event);
 }
 

@@ -28,7 +28,7 @@ void PickListEditor::choose(const QString& listName) {
     if (m_list.isEmpty())
         return;
     // The main window's reader holds the first two lists, the location dialog's the last two.
-    const QString ini = pickListsPath(m_state.AppPath);
+    const QString ini = pickListsPath(m_appPath);
     const PickLists lists = index <= 2 ? LoadMainPickLists(ini) : LoadDetailPickLists(ini);
     m_entries = index % 2 == 1 ? lists.first : lists.second;
 }
@@ -36,7 +36,7 @@ void PickListEditor::choose(const QString& listName) {
 bool PickListEditor::listChosen() {
     if (!m_list.isEmpty())
         return true;
-    m_state.prompter.tell(title(), noListText(), Icon::Exclamation);
+    m_prompter.tell(title(), noListText(), Icon::Exclamation);
     return false;
 }
 
@@ -44,41 +44,40 @@ bool PickListEditor::add(int row, const QString& newText) {
     if (!listChosen())
         return false;
     if (newText.trimmed().isEmpty()) {
-        m_state.prompter.tell(title(), tr("Type the new entry first."), Icon::Exclamation);
+        m_prompter.tell(title(), tr("Type the new entry first."), Icon::Exclamation);
         return false;
     }
     // Such a line would read as a header or end the list.
     if (newText.trimmed().startsWith(u'[') || newText.trimmed().startsWith(u';')) {
-        m_state.prompter.tell(title(), tr("An entry cannot begin with \"[\" or \";\"."), Icon::Exclamation);
+        m_prompter.tell(title(), tr("An entry cannot begin with \"[\" or \";\"."), Icon::Exclamation);
         return false;
     }
     const bool rowValid = row >= 0 && row < m_entries.size();
     if (!rowValid && !m_entries.isEmpty()) {
-        m_state.prompter.tell(title(), tr("Choose the entry after which the new one goes."),
-                              Icon::Exclamation);
+        m_prompter.tell(title(), tr("Choose the entry after which the new one goes."), Icon::Exclamation);
         return false;
     }
     const QString after = rowValid ? m_entries[row] : QString();
-    return finish(addPickListEntry(pickListsPath(m_state.AppPath), m_list, after, newText));
+    return finish(addPickListEntry(pickListsPath(m_appPath), m_list, after, newText));
 }
 
 bool PickListEditor::remove(int row) {
     if (!listChosen())
         return false;
     if (row < 0 || row >= m_entries.size()) {
-        m_state.prompter.tell(title(), tr("Choose the entry to delete."), Icon::Exclamation);
+        m_prompter.tell(title(), tr("Choose the entry to delete."), Icon::Exclamation);
         return false;
     }
     const QString entry = m_entries[row];
-    if (m_state.prompter.ask({title(), tr("Delete \"%1\" from the %2 list?").arg(entry.trimmed(), m_list),
-                              Buttons::YesNo, Icon::Question}) != Answer::Yes)
+    if (m_prompter.ask({title(), tr("Delete \"%1\" from the %2 list?").arg(entry.trimmed(), m_list),
+                        Buttons::YesNo, Icon::Question}) != Answer::Yes)
         return false;
-    return finish(deletePickListEntry(pickListsPath(m_state.AppPath), m_list, entry));
+    return finish(deletePickListEntry(pickListsPath(m_appPath), m_list, entry));
 }
 
 bool PickListEditor::finish(const FileError& error) {
     if (error) {
-        m_state.prompter.tell(
+        m_prompter.tell(
             title(),
             tr("The pick lists file could not be changed: %1 (error %2).").arg(error.text).arg(error.number),
             Icon::Exclamation);

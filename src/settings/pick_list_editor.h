@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/app_state.h"
+#include "app/prompter.h"
 #include "store/file_error.h"
 
 #include <QCoreApplication>
@@ -15,8 +15,10 @@ class PickListEditor {
     Q_DECLARE_TR_FUNCTIONS(PickListEditor)
 
 public:
-    explicit PickListEditor(AppState& state)
-        : m_state(state) {}
+    // appPath: the installation whose pick lists file is edited.
+    PickListEditor(const QString& appPath, Prompter& prompter)
+        : m_appPath(appPath)
+        , m_prompter(prompter) {}
 
     // The chooser's items: "- Select -" and the four list names.
     static QStringList chooserItems();
@@ -39,7 +41,8 @@ private:
     bool listChosen();
     bool finish(const FileError& error);
 
-    AppState& m_state;
+    const QString& m_appPath;
+    Prompter& m_prompter;
     QString m_list;
     QStringList m_entries;
     bool m_changed = false;

@@ -59,7 +59,7 @@ bool SettingsEditor::changed() const {
 bool SettingsEditor::acceptDataFolder(const QString& path) {
     const DataFolderCheck check = DataFolderCheck::of(path);
     if (const QString refusal = folderRefusal(check, path); !refusal.isEmpty()) {
-        m_state.prompter.tell(title(), refusal, Icon::Exclamation);
+        m_prompter.tell(title(), refusal, Icon::Exclamation);
         return false;
     }
     if (check.status == DataFolderCheck::Status::Ready)
@@ -71,12 +71,11 @@ bool SettingsEditor::acceptDataFolder(const QString& path) {
         names.isEmpty() ? tr("The folder %1 has no %2 folder for the visitor data.\nCreate it now?")
                         : tr("The folder %1 has no %2 folders for the visitor data.\nCreate them now?");
     const Answer answer =
-        m_state.prompter.ask({title(), question.arg(shown(path), listed), Buttons::YesNo, Icon::Question});
+        m_prompter.ask({title(), question.arg(shown(path), listed), Buttons::YesNo, Icon::Question});
     if (answer != Answer::Yes)
         return false;
     if (const FileError error = DataFolderCheck::createSubfolders(path, check.missingSubfolders)) {
-        m_state.prompter.tell(title(), tr("The folders could not be made: %1").arg(error.text),
-                              Icon::Exclamation);
+        m_prompter.tell(title(), tr("The folders could not be made: %1").arg(error.text), Icon::Exclamation);
         return false;
     }
     return true;
@@ -86,7 +85,7 @@ bool SettingsEditor::acceptSystemFolder(const QString& path) {
     const QString refusal = folderRefusal(DataFolderCheck::existingFolder(path), path);
     if (refusal.isEmpty())
         return true;
-    m_state.prompter.tell(title(), refusal, Icon::Exclamation);
+    m_prompter.tell(title(), refusal, Icon::Exclamation);
     return false;
 }
 
@@ -109,7 +108,7 @@ bool SettingsEditor::save() {
     if (newPassword) {
         if (const QString refusal = SettingsPassword::refusal(next, m_newPassword, m_repeated);
             !refusal.isEmpty()) {
-            m_state.prompter.tell(title(), refusal, Icon::Exclamation);
+            m_prompter.tell(title(), refusal, Icon::Exclamation);
             return false;
         }
         next.SettingsPassword = m_newPassword;
@@ -120,24 +119,22 @@ bool SettingsEditor::save() {
         return false;
 
     const bool restart = SettingsOptions::restartNeeded(m_saved, next);
-    const Settings before = m_state.settings;
-    m_state.settings = next;
-    if (const FileError error = SaveSettings(m_state)) {
-        m_state.settings = before;
-        m_state.prompter.tell(title(), tr("The settings could not be saved: %1").arg(error.text),
-                              Icon::Exclamation);
+    if (const FileError error = SaveSettings(m_appPath, next)) {
+        m_prompter.tell(title(), tr("The settings could not be saved: %1").arg(error.text),
+                        Icon::Exclamation);
         return false;
     }
+    m_settings = next;
     m_saved = next;
     m_edited = next;
     m_newPassword.clear();
     m_repeated.clear();
     if (restart) {
-        m_state.SettingsRestartPending = true;
-        m_state.prompter.tell(title(),
-                              tr("The new settings take effect when Porvane 90 starts again.\nPorvane 90 "
-                                 "closes now; please start it again."),
-                              Icon::Information);
+        m_restartPending = true;
+        m_prompter.tell(title(),
+                        tr("The new settings take effect when Porvane 90 starts again.\nPorvane 90 "
+                           "closes now; please start it again."),
+                        Icon::Information);
     }
     return true;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/app_state.h"
+#include "app/prompter.h"
 #include "settings/settings.h"
 
 #include <QCoreApplication>
@@ -9,15 +9,18 @@
 namespace porvane {
 
 // The settings window's working copy: the window edits edited(), and save() checks it, writes the settings
-// file and makes it the desk's settings. Questions and refusals go through the prompter.
+// file of the installation in appPath and makes it the desk's settings. Questions and refusals go through the
+// prompter.
 class SettingsEditor {
     Q_DECLARE_TR_FUNCTIONS(SettingsEditor)
 
 public:
-    explicit SettingsEditor(AppState& state)
-        : m_state(state)
-        , m_saved(state.settings)
-        , m_edited(state.settings) {}
+    SettingsEditor(const QString& appPath, Settings& settings, Prompter& prompter)
+        : m_appPath(appPath)
+        , m_settings(settings)
+        , m_prompter(prompter)
+        , m_saved(settings)
+        , m_edited(settings) {}
 
     Settings& edited() { return m_edited; }
     const Settings& edited() const { return m_edited; }
@@ -36,18 +39,23 @@ public:
     }
 
     // Checks what changed, writes the settings file and hands the settings to the desk. A change that needs
-    // a restart sets SettingsRestartPending after telling the operator. False leaves the desk's settings
-    // and the file as they were.
+    // a restart tells the operator and leaves restartPending() true. False leaves the desk's settings and the
+    // file as they were.
     bool save();
+    // The saved settings take effect only when the desk starts again: it closes without asking.
+    bool restartPending() const { return m_restartPending; }
 
     static QString title() { return QStringLiteral("Porvane 90"); }
 
 private:
-    AppState& m_state;
+    const QString& m_appPath;
+    Settings& m_settings;
+    Prompter& m_prompter;
     Settings m_saved;
     Settings m_edited;
     QString m_newPassword;
     QString m_repeated;
+    bool m_restartPending = false;
 };
 
 } // namespace porvane

@@ -1,6 +1,5 @@
 #include "settings/settings_file.h"
 
-#include "app/app_state.h"
 #include "store/windows1252.h"
 
 #include <QDir>
@@ -134,10 +133,10 @@ Settings defaultSettings(const QString& appPath) {
     return s;
 }
 
-SettingsLoad LoadSettings(AppState& state) {
-    const QString path = settingsFilePath(state.AppPath);
+SettingsLoad LoadSettings(const QString& appPath, Settings& settings) {
+    const QString path = settingsFilePath(appPath);
     SettingsLoad result;
-    state.settings = Settings{};
+    settings = Settings{};
 
     QFile file(path);
     if (!file.exists()) {
@@ -159,7 +158,7 @@ SettingsLoad LoadSettings(AppState& state) {
         return result;
     }
 
-    result.status = decodeSettingsRecord(record, state.settings);
+    result.status = decodeSettingsRecord(record, settings);
     if (result.status != SettingsLoad::Status::Loaded)
         result.keptCopy = keepCopy(path);
     return result;
@@ -179,15 +178,15 @@ SettingsLoad::Status decodeSettingsRecord(QByteArray record, Settings& settings)
     return record.size() < kSettingsRecordLength ? SettingsLoad::Status::Short : SettingsLoad::Status::Loaded;
 }
 
-FileError SaveSettings(const AppState& state) {
+FileError SaveSettings(const QString& appPath, const Settings& settings) {
     QByteArray record(kSettingsRecordLength, ' ');
     for (const Column& c : kColumns) {
-        const QByteArray text = toWindows1252(state.settings.*c.member).left(c.width);
+        const QByteArray text = toWindows1252(settings.*c.member).left(c.width);
         record.replace(c.first - 1, text.size(), text);
     }
     applySettingsCipher(record);
 
-    const QString path = settingsFilePath(state.AppPath);
+    const QString path = settingsFilePath(appPath);
     if (!QDir().mkpath(QFileInfo(path).absolutePath()))
         return FileError::fromErrno(errno ? errno : EACCES, path);
     QSaveFile file(path);
@@ -206,16 +205,16 @@ FileError SaveSettings(const AppState& state) {
     return {};
 }
 
-FileError ApplyDefaultSettings(AppState& state) {
-    state.settings = defaultSettings(state.AppPath);
-    if (FileError e = SaveSettings(state))
+FileError ApplyDefaultSettings(const QString& appPath, Settings& settings) {
+    settings = defaultSettings(appPath);
+    if (FileError e = SaveSettings(appPath, settings))
         return e;
-    const Settings written = state.settings;
-    const SettingsLoad load = LoadSettings(state);
+    const Settings written = settings;
+    const SettingsLoad load = LoadSettings(appPath, settings);
     if (load.status != SettingsLoad::Status::Loaded) {
         // Read back failed: keep what was meant to be written rather than run on empty settings.
-        state.settings = written;
-        return load.error ? load.error : FileError{FileError::DeviceIO, settingsFilePath(state.AppPath)};
+        settings = written;
+        return load.error ? load.error : FileError{FileError::DeviceIO, settingsFilePath(appPath)};
     }
     return {};
 }

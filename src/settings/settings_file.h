@@ -7,8 +7,6 @@
 
 namespace porvane {
 
-class AppState;
-
 // How the settings file read. Anything but Loaded leaves the settings that the file did not hold empty, so an
 // empty data folder sends the start-up to the defaults.
 struct SettingsLoad {
@@ -30,8 +28,9 @@ QString settingsFilePath(const QString& appPath);
 // The length of the settings record; the file is exactly this many bytes.
 inline constexpr int kSettingsRecordLength = 3839;
 
-// Reads and deciphers the record into state.settings (password and folders trimmed, options as they are).
-SettingsLoad LoadSettings(AppState& state);
+// Reads and deciphers the record of the installation in appPath into settings (password and folders trimmed,
+// options as they are).
+SettingsLoad LoadSettings(const QString& appPath, Settings& settings);
 
 // Enciphers a record, or deciphers one: the cipher is an XOR stream, so it is its own inverse.
 void applySettingsCipher(QByteArray& record);
@@ -40,13 +39,13 @@ void applySettingsCipher(QByteArray& record);
 // left empty) when the deciphered record holds a control character; Short when it ends before 3839 bytes.
 SettingsLoad::Status decodeSettingsRecord(QByteArray record, Settings& settings);
 
-// Enciphers state.settings as one record and replaces the file whole (temporary file and rename), so a failed
-// write leaves the old file as it was.
-FileError SaveSettings(const AppState& state);
+// Enciphers settings as one record and replaces the file of the installation in appPath whole (temporary file
+// and rename), so a failed write leaves the old file as it was.
+FileError SaveSettings(const QString& appPath, const Settings& settings);
 
 // Every setting to its default, then SaveSettings and LoadSettings. The defaults stay in memory even when the
 // file cannot be written (a read-only folder); the error tells why.
-FileError ApplyDefaultSettings(AppState& state);
+FileError ApplyDefaultSettings(const QString& appPath, Settings& settings);
 
 // The default settings of an installation in appPath.
 Settings defaultSettings(const QString& appPath);

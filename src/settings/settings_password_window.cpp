@@ -1,6 +1,7 @@
 #include "settings/settings_password_window.h"
 
-#include "app/app_state.h"
+#include "app/prompter.h"
+#include "settings/settings.h"
 #include "settings/settings_password.h"
 
 #include <QDialogButtonBox>
@@ -11,9 +12,10 @@
 
 namespace porvane {
 
-SettingsPasswordWindow::SettingsPasswordWindow(AppState& state, QWidget* parent)
+SettingsPasswordWindow::SettingsPasswordWindow(const Settings& settings, Prompter& prompter, QWidget* parent)
     : QDialog(parent)
-    , m_state(state) {
+    , m_settings(settings)
+    , m_prompter(prompter) {
     setObjectName(QStringLiteral("frmSettingsPW"));
     setWindowTitle(tr("Porvane 90 Settings"));
     auto* prompt = new QLabel(tr("Enter the settings password:"), this);
@@ -35,17 +37,17 @@ SettingsPasswordWindow::SettingsPasswordWindow(AppState& state, QWidget* parent)
 }
 
 void SettingsPasswordWindow::tryPassword() {
-    const SettingsPassword::Check check = SettingsPassword::check(m_state.settings, txtPassword->text());
+    const SettingsPassword::Check check = SettingsPassword::check(m_settings, txtPassword->text());
     if (check == SettingsPassword::Check::Accepted) {
         accept();
         return;
     }
     txtPassword->clear();
-    m_state.prompter.tell(QStringLiteral("Porvane 90"),
-                          check == SettingsPassword::Check::ExtendedRefused
-                              ? SettingsPassword::extendedRefusedText()
-                              : SettingsPassword::wrongText(),
-                          Icon::Exclamation);
+    m_prompter.tell(QStringLiteral("Porvane 90"),
+                    check == SettingsPassword::Check::ExtendedRefused
+                        ? SettingsPassword::extendedRefusedText()
+                        : SettingsPassword::wrongText(),
+                    Icon::Exclamation);
     if (check == SettingsPassword::Check::Wrong && ++m_wrongTries >= kTries)
         reject();
     else

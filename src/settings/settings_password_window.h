@@ -6,7 +6,8 @@ class QLineEdit;
 
 namespace porvane {
 
-class AppState;
+class Prompter;
+struct Settings;
 
 // The gate in front of the settings window: asks for the settings password. Accepted only for the right
 // password; three wrong tries close it.
@@ -14,14 +15,15 @@ class SettingsPasswordWindow final : public QDialog {
     Q_OBJECT
 
 public:
-    explicit SettingsPasswordWindow(AppState& state, QWidget* parent = nullptr);
+    SettingsPasswordWindow(const Settings& settings, Prompter& prompter, QWidget* parent = nullptr);
 
     static constexpr int kTries = 3;
 
 private:
     void tryPassword();
 
-    AppState& m_state;
+    const Settings& m_settings;
+    Prompter& m_prompter;
     QLineEdit* txtPassword;
     int m_wrongTries = 0;
 };

@@ -48,11 +48,13 @@ QLineEdit* lineEdit(const char* name, int maxLength) {
 
 } // namespace
 
-SettingsWindow::SettingsWindow(AppState& state, QWidget* parent)
+SettingsWindow::SettingsWindow(const QString& appPath, Settings& settings, Prompter& prompter, Help& help,
+                               QWidget* parent)
     : QDialog(parent)
-    , m_state(state)
-    , m_editor(state)
-    , m_lists(state) {
+    , m_prompter(prompter)
+    , m_help(help)
+    , m_editor(appPath, settings, prompter)
+    , m_lists(appPath, prompter) {
     setObjectName(QStringLiteral("frmSettings"));
     setWindowTitle(tr("Porvane 90 Settings"));
 
@@ -79,18 +81,17 @@ SettingsWindow::SettingsWindow(AppState& state, QWidget* parent)
     layout->addLayout(bottom);
     connect(buttons, &QDialogButtonBox::accepted, this, &SettingsWindow::save);
     connect(buttons, &QDialogButtonBox::rejected, this, &SettingsWindow::reject);
-    connect(tabSettings, &QTabWidget::currentChanged, this, &SettingsWindow::updateHelpContext);
-    updateHelpContext();
     showFolderState();
     resize(680, 520);
 }
 
-bool SettingsWindow::openWithPassword(AppState& state, QWidget* parent) {
-    if (SettingsPasswordWindow(state, parent).exec() != QDialog::Accepted)
-        return false;
-    SettingsWindow window(state, parent);
+SettingsWindow::Outcome SettingsWindow::openWithPassword(const QString& appPath, Settings& settings,
+                                                         Prompter& prompter, Help& help, QWidget* parent) {
+    if (SettingsPasswordWindow(settings, prompter, parent).exec() != QDialog::Accepted)
+        return {};
+    SettingsWindow window(appPath, settings, prompter, help, parent);
     window.exec();
-    return window.pickListsChanged();
+    return {window.pickListsChanged(), window.restartPending()};
 }
 
 QWidget* SettingsWindow::buildSitePage() {
@@ -258,10 +259,9 @@ void SettingsWindow::showFolderState() {
         w->setEnabled(enabled);
 }
 
-void SettingsWindow::updateHelpContext() {
+HelpTopic SettingsWindow::helpTopic() const {
     // The folders tab has its own page; the rest is about how the desk behaves.
-    const bool folders = tabSettings->currentIndex() == kFoldersTab;
-    m_state.HelpContext = folders ? 81 : 80;
+    return tabSettings->currentIndex() == kFoldersTab ? HelpTopic::SettingsFolders : HelpTopic::Settings;
 }
 
 void SettingsWindow::takeBoxes() {
@@ -285,8 +285,8 @@ void SettingsWindow::reject() {
     takeBoxes();
     if (m_editor.changed()) {
         const Answer answer =
-            m_state.prompter.ask({SettingsEditor::title(), tr("The settings have changed. Save them?"),
-                                  Buttons::YesNoCancel, Icon::Question});
+            m_prompter.ask({SettingsEditor::title(), tr("The settings have changed. Save them?"),
+                            Buttons::YesNoCancel, Icon::Question});
         if (answer == Answer::Cancel || (answer == Answer::Yes && !m_editor.save()))
             return;
     }
@@ -294,12 +294,8 @@ void SettingsWindow::reject() {
 }
 
 void SettingsWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1) {
-        updateHelpContext();
-        ShowHelp(m_state);
-        return;
-    }
-    QDialog::keyPressEvent(event);
+    if (!m_help.openOnKey(*event, helpTopic()))
+        QDialog::keyPressEvent(event);
 }
 
 } // namespace porvane

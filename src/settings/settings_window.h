@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/help_topics.h"
 #include "settings/pick_list_editor.h"
 #include "settings/settings_editor.h"
 #include "settings/settings_options.h"
@@ -21,13 +22,21 @@ class SettingsWindow final : public QDialog {
     Q_OBJECT
 
 public:
-    explicit SettingsWindow(AppState& state, QWidget* parent = nullptr);
+    // Edits settings, the desk's own, and the settings and pick lists files of the installation in appPath.
+    SettingsWindow(const QString& appPath, Settings& settings, Prompter& prompter, Help& help,
+                   QWidget* parent = nullptr);
 
-    // The only way in from the desk: the password window first, then the settings window. Returns true when
-    // a pick list was changed, so the caller reloads its drop-down lists.
-    static bool openWithPassword(AppState& state, QWidget* parent);
+    // What the desk must do after the window closed.
+    struct Outcome {
+        bool pickListsChanged = false; // reload the drop-down lists
+        bool restartPending = false;   // close without asking: the saved settings need a restart
+    };
+    // The only way in from the desk: the password window first, then the settings window.
+    static Outcome openWithPassword(const QString& appPath, Settings& settings, Prompter& prompter,
+                                    Help& help, QWidget* parent);
 
     bool pickListsChanged() const { return m_lists.changed(); }
+    bool restartPending() const { return m_editor.restartPending(); }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -41,11 +50,12 @@ private:
     void browse(QLineEdit* box, bool dataFolder);
     void showFolderState();
     void showEntries();
-    void updateHelpContext();
+    HelpTopic helpTopic() const;
     void takeBoxes();
     void save();
 
-    AppState& m_state;
+    Prompter& m_prompter;
+    Help& m_help;
     SettingsEditor m_editor;
     PickListEditor m_lists;
 

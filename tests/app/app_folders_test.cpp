@@ -114,12 +114,12 @@ TEST(Help, showHelpOpensTheCurrentContextsFileEvenWhenMissing) {
     InstantPause pause;
     AppState state{prompter, clock, pause};
     RecordingOpener opener;
-    state.urlOpener = &opener;
+    state.help.urlOpener = &opener;
     state.AppPath = QStringLiteral("/opt/porvane 90/");
-    state.HelpContext = 27;
-    ShowHelp(state);
-    state.HelpContext = 4711; // no such page, nothing checks
-    ShowHelp(state);
+    state.help.HelpContext = 27;
+    state.help.ShowHelp();
+    state.help.HelpContext = 4711; // no such page, nothing checks
+    state.help.ShowHelp();
     ASSERT_EQ(opener.opened.size(), 2);
     EXPECT_EQ(opener.opened.at(0),
               QUrl(QStringLiteral("file:///opt/porvane%2090/PorvaneDocs/iostatuslist2.html")));

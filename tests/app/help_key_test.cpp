@@ -14,7 +14,7 @@ using namespace porvane;
 TEST(HelpKey, passCameraAndPhotoWindowsOpenTheirOwnPages) {
     test::TestDesk d(QDateTime(QDate(2026, 11, 14), QTime(10, 0)));
     test::RecordingOpener opener;
-    d.state.urlOpener = &opener;
+    d.state.help.urlOpener = &opener;
     d.state.record[Field::RegNo] = QStringLiteral("261114100000");
     d.state.record[Field::FirstName] = QStringLiteral("Ada");
     d.state.record[Field::LastName] = QStringLiteral("Quist");
@@ -24,7 +24,7 @@ TEST(HelpKey, passCameraAndPhotoWindowsOpenTheirOwnPages) {
 
     {
         PassWindow window(d.state, {});
-        d.state.HelpContext = 1;
+        d.state.help.HelpContext = 1;
         QTest::keyClick(&window, Qt::Key_F1);
         EXPECT_EQ(pageOpened(), u"issuingapass.html");
         // From a box inside the window too, and only F1.
@@ -43,9 +43,9 @@ TEST(HelpKey, passCameraAndPhotoWindowsOpenTheirOwnPages) {
     }
     {
         PhotoManagerWindow window(d.state);
-        d.state.HelpContext = 1;
+        d.state.help.HelpContext = 1;
         QTest::keyClick(window.findChild<QLineEdit*>(QStringLiteral("HPFindTB")), Qt::Key_F1);
         EXPECT_EQ(pageOpened(), u"managingpics2.html");
-        EXPECT_EQ(d.state.HelpContext, 70);
+        EXPECT_EQ(d.state.help.HelpContext, 70);
     }
 }

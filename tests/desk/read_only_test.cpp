@@ -131,7 +131,7 @@ protected:
         state.settings.ckDisSingleD = QStringLiteral("0");
         state.settings.ckDisPassPrn = QStringLiteral("0");
         state.settings.ckEnbl_RTC = QStringLiteral("0");
-        state.urlOpener = &opener;
+        state.help.urlOpener = &opener;
         // Two visitors due today; Al Bond holds a pass running until next week and has a photo.
         folder.write(QStringLiteral("Record/2611.vrf"), handLine({{1, "261101080000"},
                                                                   {14, "Al"},

@@ -28,8 +28,7 @@ struct PassDesk : test::TestDesk {
 TEST(PassIssue, opensAsATodayDayPassWithTheIssueStampAndPreview) {
     PassDesk d;
     d.state.settings.ckEnbl_BarOP = u"1"_s;
-    d.state.PassWindowChanged = true;
-    d.state.RemovePassRequested = true;
+    d.pass.requestRemoval();
     d.pass.open();
     const auto& v = d.pass.view();
     EXPECT_EQ(d.state.pass.PassIssueStamp, u"14-11-2026 at 09:05");
@@ -46,8 +45,7 @@ TEST(PassIssue, opensAsATodayDayPassWithTheIssueStampAndPreview) {
     EXPECT_TRUE(v.LogoImage.isEmpty());
     EXPECT_TRUE(v.printEnabled);
     EXPECT_FALSE(v.removeEnabled);
-    EXPECT_FALSE(d.state.RemovePassRequested);
-    EXPECT_FALSE(d.state.PassWindowChanged);
+    EXPECT_FALSE(d.pass.removalRequested());
     EXPECT_TRUE(v.PassPortIma.endsWith(u"_PSF/IRender/currentfile.bmp"));
 }
 
@@ -59,7 +57,6 @@ TEST(PassIssue, aRecordClaimingAMissingPhotoIsCorrectedOnOpening) {
     d.state.settings.ckEnbl_PrnLogo = u"1"_s;
     d.pass.open();
     EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"0");
-    EXPECT_TRUE(d.state.PassWindowChanged);
     EXPECT_FALSE(d.state.pass.PassPhotoShown);
     EXPECT_TRUE(d.pass.view().removeEnabled);
     EXPECT_FALSE(d.pass.view().printEnabled);

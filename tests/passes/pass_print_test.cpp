@@ -86,8 +86,7 @@ TEST(PassPrint, aPrintThatDoesNotHappen_keepsTheOldPassAndStoresNothing) {
         // A read-only desk cannot remove the pass either.
         EXPECT_EQ(d.pass.view().removeEnabled, c.setting != &Settings::ckMakeSysRdO);
         d.pass.requestRemoval();
-        EXPECT_EQ(d.state.RemovePassRequested, c.setting != &Settings::ckMakeSysRdO);
-        d.state.RemovePassRequested = false;
+        EXPECT_EQ(d.pass.removalRequested(), c.setting != &Settings::ckMakeSysRdO);
         for (const Answer a : c.answers)
             d.prompter.queue(a);
         int renders = 0;

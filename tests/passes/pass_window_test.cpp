@@ -216,7 +216,7 @@ TEST(PassWindow, asksBeforeRemovingAPass) {
     d.prompter.queue(Answer::No);
     QTest::mouseClick(child<QPushButton>(window, "cmdRemovePass"), Qt::LeftButton);
     EXPECT_TRUE(window.isVisible());
-    EXPECT_FALSE(d.state.RemovePassRequested);
+    EXPECT_FALSE(window.passRemoved());
     EXPECT_EQ(d.prompter.last().text, u"This will REMOVE the pass record for Ada Quist\r\n\r\n"
                                       u"Start Date: 14-11-2026   Pass Ends: 28-11-2026\r\n"
                                       u"Pass Issued: 14-11-2026 at 08:55 for 2 Weeks\r\n"
@@ -226,7 +226,7 @@ TEST(PassWindow, asksBeforeRemovingAPass) {
     d.prompter.queue(Answer::Yes);
     QTest::mouseClick(child<QPushButton>(window, "cmdRemovePass"), Qt::LeftButton);
     EXPECT_FALSE(window.isVisible());
-    EXPECT_TRUE(d.state.RemovePassRequested);
+    EXPECT_TRUE(window.passRemoved());
     EXPECT_EQ(d.prompter.messages().size(), 2);
 }
 

@@ -15,7 +15,7 @@ struct SavedSettingsFixture : ::testing::Test {
     SavedSettingsFixture() {
         state.settings = defaultSettings(desk.folder.appPath());
         state.settings.DataPath = desk.folder.dataPath();
-        EXPECT_FALSE(SaveSettings(state));
+        EXPECT_FALSE(SaveSettings(state.AppPath, state.settings));
     }
     QByteArray settingsFile() const {
         return desk.folder.read(QStringLiteral("../_PSF/PSystem/twsabusr.dat"));
@@ -24,7 +24,8 @@ struct SavedSettingsFixture : ::testing::Test {
     Settings reread() const {
         TestDesk fresh{desk.clock.now()};
         fresh.state.AppPath = state.AppPath;
-        EXPECT_EQ(LoadSettings(fresh.state).status, SettingsLoad::Status::Loaded);
+        EXPECT_EQ(LoadSettings(fresh.state.AppPath, fresh.state.settings).status,
+                  SettingsLoad::Status::Loaded);
         return fresh.state.settings;
     }
 };

@@ -52,7 +52,7 @@ struct SettingsFileTest : ::testing::Test {
 };
 
 TEST_F(SettingsFileTest, defaultsAreWrittenEncipheredAtTheirColumns) {
-    ASSERT_FALSE(ApplyDefaultSettings(state));
+    ASSERT_FALSE(ApplyDefaultSettings(state.AppPath, state.settings));
     const QByteArray raw = fileBytes();
     ASSERT_EQ(raw.size(), 3839);
     const QByteArray record = xorCipher(raw);
@@ -91,7 +91,7 @@ TEST_F(SettingsFileTest, recordLaidOutByHandReadsEachSetting) {
                                   {925, "/opt/porvane"},
                                   {1001, "Harbour Works Ltd"}},
                                  3839)));
-    const SettingsLoad load = LoadSettings(state);
+    const SettingsLoad load = LoadSettings(state.AppPath, state.settings);
     EXPECT_EQ(load.status, SettingsLoad::Status::Loaded);
     EXPECT_EQ(state.settings.SettingsPassword, u"Gate 4 key"); // trailing blanks gone, inner blank kept
     EXPECT_EQ(state.settings.ckAllowExtCiPW, u"1");
@@ -110,7 +110,7 @@ TEST_F(SettingsFileTest, longDataPathIsCutTo255AndPasswordBlanksTrimmed) {
     state.settings.DataPath = longPath;
     state.settings.SettingsPassword = u"abc   "_s;
     state.settings.SystemPath = longPath;
-    ASSERT_FALSE(SaveSettings(state));
+    ASSERT_FALSE(SaveSettings(state.AppPath, state.settings));
 
     const QByteArray record = xorCipher(fileBytes());
     ASSERT_EQ(record.size(), 3839);
@@ -120,7 +120,7 @@ TEST_F(SettingsFileTest, longDataPathIsCutTo255AndPasswordBlanksTrimmed) {
     EXPECT_EQ(at(record, 925, 76), longPath.left(76).toLatin1());
     EXPECT_EQ(at(record, 1001, 64), padded("Tarnwell Solutions", 64));
 
-    ASSERT_EQ(LoadSettings(state).status, SettingsLoad::Status::Loaded);
+    ASSERT_EQ(LoadSettings(state.AppPath, state.settings).status, SettingsLoad::Status::Loaded);
     EXPECT_EQ(state.settings.DataPath, longPath.left(255));
     EXPECT_EQ(state.settings.SettingsPassword, u"abc");
 }
@@ -130,7 +130,7 @@ TEST_F(SettingsFileTest, longDataPathIsCutTo255AndPasswordBlanksTrimmed) {
 TEST_F(SettingsFileTest, shortOrGarbageFileIsKeptAsACopy) {
     const QByteArray shortFile = xorCipher(handLine({{100, "secret"}, {405, "1"}}, 600));
     writeFile(shortFile);
-    SettingsLoad load = LoadSettings(state);
+    SettingsLoad load = LoadSettings(state.AppPath, state.settings);
     EXPECT_EQ(load.status, SettingsLoad::Status::Short);
     EXPECT_EQ(state.settings.SettingsPassword, u"secret");
     EXPECT_TRUE(state.settings.ReadOnlyMode());
@@ -141,30 +141,30 @@ TEST_F(SettingsFileTest, shortOrGarbageFileIsKeptAsACopy) {
     const QByteArray garbage = handLine({{100, "PPP"}, {625, "/srv/visitors"}}, 3839);
     writeFile(garbage);
     state.settings = Settings();
-    load = LoadSettings(state);
+    load = LoadSettings(state.AppPath, state.settings);
     EXPECT_EQ(load.status, SettingsLoad::Status::Damaged);
     EXPECT_TRUE(state.settings.SettingsPassword.isEmpty());
-    ASSERT_FALSE(ApplyDefaultSettings(state));
+    ASSERT_FALSE(ApplyDefaultSettings(state.AppPath, state.settings));
     EXPECT_EQ(folder.read(keptRelative), garbage);
-    EXPECT_EQ(LoadSettings(state).status, SettingsLoad::Status::Loaded);
+    EXPECT_EQ(LoadSettings(state.AppPath, state.settings).status, SettingsLoad::Status::Loaded);
 
     // A damaged file that stays as it is (a porvane-admin run does not replace it) is copied once, not on
     // every start: the copy, marked here, is left alone.
     const QByteArray big = garbage.repeated(300);
     writeFile(big);
-    EXPECT_EQ(LoadSettings(state).status, SettingsLoad::Status::Damaged);
+    EXPECT_EQ(LoadSettings(state.AppPath, state.settings).status, SettingsLoad::Status::Damaged);
     ASSERT_EQ(folder.read(keptRelative), big);
     folder.write(keptRelative, QByteArray(big.size(), 'm'));
-    EXPECT_EQ(LoadSettings(state).keptCopy, file() + u".damaged"_s);
+    EXPECT_EQ(LoadSettings(state.AppPath, state.settings).keptCopy, file() + u".damaged"_s);
     EXPECT_EQ(folder.read(keptRelative), QByteArray(big.size(), 'm'));
 }
 
 TEST_F(SettingsFileTest, fileWithoutReadPermissionIsUnreadable) {
     if (geteuid() == 0)
         GTEST_SKIP() << "running as root: file permissions do not stop root from reading";
-    ASSERT_FALSE(ApplyDefaultSettings(state));
+    ASSERT_FALSE(ApplyDefaultSettings(state.AppPath, state.settings));
     QFile::setPermissions(file(), QFileDevice::Permissions());
-    const SettingsLoad load = LoadSettings(state);
+    const SettingsLoad load = LoadSettings(state.AppPath, state.settings);
     QFile::setPermissions(file(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     EXPECT_EQ(load.status, SettingsLoad::Status::Unreadable);
     EXPECT_EQ(load.error.number, FileError::PermissionDenied);
@@ -172,7 +172,7 @@ TEST_F(SettingsFileTest, fileWithoutReadPermissionIsUnreadable) {
 
 TEST_F(SettingsFileTest, failedWriteKeepsDefaultsInMemoryAndSaysWhy) {
     folder.write(u"../_PSF"_s, "a file where the settings folder should be");
-    const FileError e = ApplyDefaultSettings(state);
+    const FileError e = ApplyDefaultSettings(state.AppPath, state.settings);
     EXPECT_TRUE(e);
     EXPECT_FALSE(e.text.isEmpty());
     EXPECT_EQ(state.settings.DataPath, folder.appPath() + u"Porvanedata"_s);

@@ -102,11 +102,11 @@ TEST_F(SettingsEditorTest, onlyFolderAndOpeningOptionChangesNeedARestart) {
     EXPECT_TRUE(SettingsOptions::restartNeeded(before, after));
 
     // The same data folder written with a closing slash is no change.
-    SettingsEditor editor(state);
+    SettingsEditor editor(state.AppPath, state.settings, state.prompter);
     editor.edited().DataPath = desk.folder.dataPath() + u"/"_s;
     editor.edited().SiteName = u"  Harbour Works  "_s;
     ASSERT_TRUE(editor.save());
-    EXPECT_FALSE(state.SettingsRestartPending);
+    EXPECT_FALSE(editor.restartPending());
     EXPECT_EQ(state.settings.SiteName, u"Harbour Works");
     EXPECT_TRUE(desk.prompter.messages().isEmpty());
 }
@@ -116,7 +116,7 @@ TEST_F(SettingsEditorTest, aRefusedFolderOrPasswordOrFailedWriteLeavesFileAndDes
     const Settings before = state.settings;
     QTemporaryDir other;
 
-    SettingsEditor editor(state);
+    SettingsEditor editor(state.AppPath, state.settings, state.prompter);
     editor.edited().ckDisPassPrn = u"1"_s;
     editor.edited().DataPath = other.path() + u"/missing"_s;
     EXPECT_FALSE(editor.save());
@@ -156,7 +156,7 @@ TEST_F(SettingsEditorTest, aRefusedFolderOrPasswordOrFailedWriteLeavesFileAndDes
     EXPECT_FALSE(editor.save());
     EXPECT_TRUE(desk.prompter.last().text.startsWith(u"The settings could not be saved: "_s));
     EXPECT_EQ(state.settings.ckDisPassPrn, u"0");
-    EXPECT_FALSE(state.SettingsRestartPending);
+    EXPECT_FALSE(editor.restartPending());
 }
 
 } // namespace

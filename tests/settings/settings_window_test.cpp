@@ -45,7 +45,7 @@ struct SettingsWindowTest : SavedSettingsFixture {
 
 TEST_F(SettingsWindowTest, changedFieldsAreWrittenToTheFileAndReadBack) {
     QTemporaryDir share;
-    SettingsWindow window(state);
+    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
     child<QCheckBox>(&window, "ckMakeSysRdO")->click();
     child<QCheckBox>(&window, "ckEnbl_BarOP")->click();
     child<QCheckBox>(&window, "ckAllowExtCiPW")->click();
@@ -71,13 +71,13 @@ TEST_F(SettingsWindowTest, changedFieldsAreWrittenToTheFileAndReadBack) {
     EXPECT_EQ(s.SystemPath, desk.folder.appPath());
     for (const char* sub : {"Record", "Status", "photo"})
         EXPECT_TRUE(QFileInfo(share.path() + u'/' + QString::fromLatin1(sub)).isDir()) << sub;
-    EXPECT_TRUE(state.SettingsRestartPending) << "a new data folder needs a restart";
+    EXPECT_TRUE(window.restartPending()) << "a new data folder needs a restart";
     EXPECT_EQ(state.settings.SiteName, u"Harbour Works Ltd");
 }
 
 TEST_F(SettingsWindowTest, closingWithChangesAsks_cancelStaysNoDiscards) {
     const QByteArray before = settingsFile();
-    SettingsWindow window(state);
+    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
     window.show();
     child<QCheckBox>(&window, "ckDisSingleD")->click();
     desk.prompter.queue(Answer::Cancel);
@@ -93,8 +93,8 @@ TEST_F(SettingsWindowTest, closingWithChangesAsks_cancelStaysNoDiscards) {
 
 TEST_F(SettingsWindowTest, helpKeyOpensTheFoldersPageOnTheFoldersTabAndTheModesPageElsewhere) {
     RecordingOpener opener;
-    state.urlOpener = &opener;
-    SettingsWindow window(state);
+    state.help.urlOpener = &opener;
+    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
     window.show();
     auto* tabs = child<QTabWidget>(&window, "tabSettings");
     for (int tab = 0; tab < tabs->count(); ++tab) {
@@ -110,7 +110,7 @@ TEST_F(SettingsWindowTest, helpKeyOpensTheFoldersPageOnTheFoldersTabAndTheModesP
 }
 
 TEST_F(SettingsWindowTest, folderBoxesFollowTheNetworkPathsOption) {
-    SettingsWindow window(state);
+    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
     auto* data = child<QLineEdit>(&window, "txtDataPath");
     EXPECT_TRUE(data->isEnabled());
     child<QCheckBox>(&window, "ckEnblNetPaths")->click();
@@ -127,7 +127,7 @@ TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRul
                    "\r\n"
                    "AFTER BLANK\r\n"
                    "[SELECTACCESS]\n");
-    SettingsWindow window(state);
+    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
     auto* chooser = child<QComboBox>(&window, "cbEditList");
     auto* entries = child<QListWidget>(&window, "lstEntries");
     auto* newEntry = child<QLineEdit>(&window, "txtNewEntry");
