@@ -1,6 +1,6 @@
 #include "desk/booked_times.h"
 
-#include "desk/date_selection.h"
+#include "lists/date_selection.h"
 
 #include <QDate>
 #include <QLocale>

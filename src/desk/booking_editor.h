@@ -3,7 +3,7 @@
 #include "app/app_state.h"
 #include "desk/booked_times.h"
 #include "desk/booking_store.h"
-#include "desk/date_selection.h"
+#include "lists/date_selection.h"
 #include "desk/open_booking.h"
 
 #include <QColor>

@@ -1,7 +1,7 @@
 #include "lists/bulk_deletion.h"
 
 #include "app/lock_question.h"
-#include "desk/date_selection.h"
+#include "lists/date_selection.h"
 #include "store/data_paths.h"
 #include "store/line_reader.h"
 #include "store/safe_file.h"

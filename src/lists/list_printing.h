@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/app_state.h"
-#include "desk/date_selection.h"
+#include "lists/date_selection.h"
 #include "lists/list_table.h"
 #include "lists/record_search.h"
 

@@ -1,6 +1,6 @@
 #include "lists/multi_delete_window.h"
 
-#include "desk/date_selection.h"
+#include "lists/date_selection.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>

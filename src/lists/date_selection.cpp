@@ -1,4 +1,4 @@
-#include "desk/date_selection.h"
+#include "lists/date_selection.h"
 
 #include <algorithm>
 #include <array>
