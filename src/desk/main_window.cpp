@@ -174,10 +174,10 @@ QWidget* MainWindow::buildEditor() {
     grid->setHorizontalSpacing(6);
     grid->setVerticalSpacing(3);
 
-    auto line = [this](Field field, int maxLength) {
+    auto line = [this](Field field) {
         auto* edit = new QLineEdit;
         edit->setObjectName(BookingEditor::controlName(field));
-        edit->setMaxLength(maxLength);
+        edit->setMaxLength(fieldSpec(field).width);
         edit->setMinimumWidth(60);
         m_boxes[std::size_t(field)] = edit;
         return edit;
@@ -199,19 +199,19 @@ QWidget* MainWindow::buildEditor() {
         grid->addWidget(w, row, col * 3 + 1, 1, span);
     };
 
-    RegNoTB = line(Field::RegNo, 12);
+    RegNoTB = line(Field::RegNo);
     RegNoTB->setReadOnly(true);
     RegNoTB->setFocusPolicy(Qt::NoFocus);
-    FirstNameTB = line(Field::FirstName, 16);
-    LastNameTB = line(Field::LastName, 18);
-    PersGendTB = line(Field::Gender, 1);
+    FirstNameTB = line(Field::FirstName);
+    LastNameTB = line(Field::LastName);
+    PersGendTB = line(Field::Gender);
     PersGendTB->setReadOnly(true);
     PersGendTB->setMinimumWidth(28);
     PersGendTB->setMaximumWidth(28);
     PersGendTB->setAlignment(Qt::AlignCenter);
     PersGendTB->setToolTip(tr("Click to switch between M and F"));
-    PersEmailTB = line(Field::Email, 42);
-    CatEMATB = line(Field::OrgEmail, 42);
+    PersEmailTB = line(Field::Email);
+    CatEMATB = line(Field::OrgEmail);
     CataCB = combo(Field::Category);
     Dept1CB = combo(Field::Department);
 
@@ -233,18 +233,18 @@ QWidget* MainWindow::buildEditor() {
     add(1, 0, tr("&First name"), FirstNameTB);
     add(2, 0, tr("&Last name"), LastNameTB);
     add(3, 0, tr("M/F"), PersGendTB);
-    add(4, 0, tr("Mobile"), line(Field::MobileTel, 16));
-    add(5, 0, tr("Car reg."), line(Field::CarReg, 10));
+    add(4, 0, tr("Mobile"), line(Field::MobileTel));
+    add(5, 0, tr("Car reg."), line(Field::CarReg));
     add(6, 0, tr("E-mail"), PersEmailTB);
 
     add(0, 1, tr("&Category"), CataCB);
     add(1, 1, tr("&Department"), Dept1CB);
-    add(2, 1, tr("&Organisation"), line(Field::Organisation, 50));
-    add(3, 1, tr("Party of"), line(Field::PartySize, 3));
-    add(4, 1, tr("Address"), line(Field::OrgAddress, 64));
-    add(5, 1, tr("Tel. DDI"), line(Field::OrgDirectTel, 16));
-    add(6, 1, tr("Post code"), line(Field::OrgPostcode, 10));
-    add(7, 1, tr("Alt. tel."), line(Field::OrgAltTel, 16));
+    add(2, 1, tr("&Organisation"), line(Field::Organisation));
+    add(3, 1, tr("Party of"), line(Field::PartySize));
+    add(4, 1, tr("Address"), line(Field::OrgAddress));
+    add(5, 1, tr("Tel. DDI"), line(Field::OrgDirectTel));
+    add(6, 1, tr("Post code"), line(Field::OrgPostcode));
+    add(7, 1, tr("Alt. tel."), line(Field::OrgAltTel));
     add(8, 1, tr("Org. e-mail"), CatEMATB);
     qobject_cast<QLineEdit*>(m_boxes[std::size_t(Field::PartySize)])->setMaximumWidth(48);
     qobject_cast<QLineEdit*>(m_boxes[std::size_t(Field::OrgPostcode)])->setMaximumWidth(110);

@@ -35,7 +35,7 @@ BuiltList buildDayList(const QString& dataPath, const QDate& date) {
     while (reader.next(bytes)) {
         const RecordLine line(bytes);
         const bool booked = isBooked(rawSlot(line, day));
-        if (booked || passDateInRange(line.columns(936, 10), line.columns(947, 10), dateText))
+        if (booked || passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), dateText))
             out.table.addRow(reader, bytes.size(), quint16(day));
     }
     out.error = reader.error();

@@ -37,39 +37,47 @@ struct ColumnDef {
     bool wraps = false;
 };
 
+// A column showing one whole field of the booking line, placed as the field table places it.
+constexpr ColumnDef fieldColumn(const char* header, int width, bool left, Field field, Shown shown,
+                                bool wraps = false) {
+    return {header, width, left, fieldSpec(field).column, fieldSpec(field).width, shown, wraps};
+}
+
 // The columns the lists share, each defined once; a list's table picks them in its own order.
-inline constexpr ColumnDef kColRegistration{
-    QT_TRANSLATE_NOOP("ListColumns", "Registration"), 100, false, 1, 12, Shown::AsRead};
-inline constexpr ColumnDef kColFirstName{
-    QT_TRANSLATE_NOOP("ListColumns", "First Name"), 100, true, 14, 16, Shown::Trimmed, true};
-inline constexpr ColumnDef kColLastName{
-    QT_TRANSLATE_NOOP("ListColumns", "Last Name"), 100, true, 31, 18, Shown::Trimmed, true};
-inline constexpr ColumnDef kColOrganisation{
-    QT_TRANSLATE_NOOP("ListColumns", "Organisation"), 180, true, 550, 50, Shown::AsRead, true};
-inline constexpr ColumnDef kColCategory{
-    QT_TRANSLATE_NOOP("ListColumns", "Category"), 140, true, 504, 20, Shown::AsRead, true};
-inline constexpr ColumnDef kColParty{
-    QT_TRANSLATE_NOOP("ListColumns", "Party"), 45, false, 601, 3, Shown::Trimmed};
-inline constexpr ColumnDef kColTelephone{
-    QT_TRANSLATE_NOOP("ListColumns", "Telephone"), 110, true, 670, 16, Shown::AsRead};
-inline constexpr ColumnDef kColPassValid{
-    QT_TRANSLATE_NOOP("ListColumns", "Pass Valid"), 75, false, 936, 10, Shown::AsRead};
-inline constexpr ColumnDef kColPassIssued{
-    QT_TRANSLATE_NOOP("ListColumns", "Pass Issued"), 120, false, 969, 19, Shown::AsRead};
+inline constexpr ColumnDef kColRegistration =
+    fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Registration"), 100, false, Field::RegNo, Shown::AsRead);
+inline constexpr ColumnDef kColFirstName = fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "First Name"), 100,
+                                                       true, Field::FirstName, Shown::Trimmed, true);
+inline constexpr ColumnDef kColLastName = fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Last Name"), 100,
+                                                      true, Field::LastName, Shown::Trimmed, true);
+inline constexpr ColumnDef kColOrganisation = fieldColumn(
+    QT_TRANSLATE_NOOP("ListColumns", "Organisation"), 180, true, Field::Organisation, Shown::AsRead, true);
+inline constexpr ColumnDef kColCategory = fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Category"), 140, true,
+                                                      Field::Category, Shown::AsRead, true);
+inline constexpr ColumnDef kColParty =
+    fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Party"), 45, false, Field::PartySize, Shown::Trimmed);
+inline constexpr ColumnDef kColTelephone =
+    fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Telephone"), 110, true, Field::OrgDirectTel, Shown::AsRead);
+inline constexpr ColumnDef kColPassValid =
+    fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Pass Valid"), 75, false, Field::PassStart, Shown::AsRead);
+inline constexpr ColumnDef kColPassIssued = fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Pass Issued"), 120,
+                                                        false, Field::PassIssued, Shown::AsRead);
+// The pass period's two characters apart: its count, then its unit letter.
+inline constexpr int kPassPeriodColumn = fieldSpec(Field::PassPeriod).column;
 inline constexpr ColumnDef kColLength{
-    QT_TRANSLATE_NOOP("ListColumns", "Length"), 50, false, 958, 1, Shown::AsRead};
+    QT_TRANSLATE_NOOP("ListColumns", "Length"), 50, false, kPassPeriodColumn, 1, Shown::AsRead};
 inline constexpr ColumnDef kColPassType{
-    QT_TRANSLATE_NOOP("ListColumns", "Pass Type"), 65, false, 959, 1, Shown::PassType};
-inline constexpr ColumnDef kColPassEnds{
-    QT_TRANSLATE_NOOP("ListColumns", "Pass Ends"), 75, false, 947, 10, Shown::AsRead};
-inline constexpr ColumnDef kColCarReg{
-    QT_TRANSLATE_NOOP("ListColumns", "Car Reg"), 75, false, 69, 10, Shown::AsRead};
-inline constexpr ColumnDef kColReportsTo{
-    QT_TRANSLATE_NOOP("ListColumns", "Reports to:"), 140, true, 758, 36, Shown::AsRead, true};
-inline constexpr ColumnDef kColDepartment{
-    QT_TRANSLATE_NOOP("ListColumns", "Department"), 150, true, 525, 24, Shown::AsRead, true};
-inline constexpr ColumnDef kColContact{
-    QT_TRANSLATE_NOOP("ListColumns", "Contact"), 110, true, 795, 16, Shown::AsRead};
+    QT_TRANSLATE_NOOP("ListColumns", "Pass Type"), 65, false, kPassPeriodColumn + 1, 1, Shown::PassType};
+inline constexpr ColumnDef kColPassEnds =
+    fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Pass Ends"), 75, false, Field::PassEnd, Shown::AsRead);
+inline constexpr ColumnDef kColCarReg =
+    fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Car Reg"), 75, false, Field::CarReg, Shown::AsRead);
+inline constexpr ColumnDef kColReportsTo = fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Reports to:"), 140,
+                                                       true, Field::Visiting, Shown::AsRead, true);
+inline constexpr ColumnDef kColDepartment = fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Department"), 150,
+                                                        true, Field::Department, Shown::AsRead, true);
+inline constexpr ColumnDef kColContact =
+    fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Contact"), 110, true, Field::VisitingTel, Shown::AsRead);
 inline constexpr ColumnDef kColExpected{
     QT_TRANSLATE_NOOP("ListColumns", "Expected"), 60, false, 0, 0, Shown::Own};
 
@@ -129,7 +137,7 @@ private:
 };
 
 // The last column any list shows: a line is read again only as far as this.
-inline constexpr int kLastListedColumn = 1060 + 31 * 4 - 1;
+inline constexpr int kLastListedColumn = bookedSlotColumn(kBookedSlotCount) + kBookedSlotWidth - 1;
 
 // A list as built: the table, and the file error that stopped the reading (the rows read before it stay).
 struct BuiltList {

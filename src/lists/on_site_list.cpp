@@ -28,7 +28,7 @@ constexpr ColumnDef kStatusColumns[] = {
     kColLength,
     kColPassType,
     kColPassEnds,
-    {QT_TRANSLATE_NOOP("ListColumns", "Party"), 45, false, 601, 3, Shown::AsRead},
+    fieldColumn(QT_TRANSLATE_NOOP("ListColumns", "Party"), 45, false, Field::PartySize, Shown::AsRead),
     kColTelephone,
     kColCarReg,
     kColReportsTo,
@@ -36,9 +36,10 @@ constexpr ColumnDef kStatusColumns[] = {
     kColContact,
 };
 
-constexpr int kMarkColumn = 991; // arrival (5) then departure (5)
-constexpr int kMarkWidth = 10;
-constexpr int kRegNoWidth = 12;
+constexpr int kMarkColumn = fieldSpec(Field::TimeOnSite).column; // arrival, then departure
+constexpr int kMarkWidth = fieldSpec(Field::TimeOnSite).width + fieldSpec(Field::TimeOffSite).width;
+constexpr int kRegNoWidth = fieldSpec(Field::RegNo).width;
+static_assert(fieldSpec(Field::TimeOffSite).column == kMarkColumn + fieldSpec(Field::TimeOnSite).width);
 constexpr QByteArrayView kNoMark = "  -  ";
 constexpr QByteArrayView kNoMarks = "  -    -  "; // arrival and departure
 
@@ -54,8 +55,8 @@ ListCell statusCell(const RecordLine& line, quint16 todaysDay, int column, std::
             return slotCell(rawSlot(line, todaysDay), scratch);
         return {kNoMark};
     }
-    const QByteArrayView arrived = line.columns(kMarkColumn, 5);
-    const QByteArrayView departed = line.columns(kMarkColumn + 5, 5);
+    const QByteArrayView arrived = line.columns(Field::TimeOnSite);
+    const QByteArrayView departed = line.columns(Field::TimeOffSite);
     const int in = markNumber(arrived);
     if (in == 0)
         return {kNoMark};
@@ -90,7 +91,8 @@ FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& toda
         while (reader.next(bytes)) {
             const RecordLine line(bytes);
             const bool booked = todaysMonth && !line.bookedSlot(today.day()).isEmpty();
-            if (!booked && !passDateInRange(line.columns(936, 10), line.columns(947, 10), todayText))
+            if (!booked &&
+                !passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), todayText))
                 continue;
             kept.append(content.size());
             content.append(bytes);

@@ -13,10 +13,11 @@ namespace porvane {
 
 namespace {
 
-constexpr int kArrivalColumn = 991;
-constexpr int kDepartureColumn = 996;
-constexpr int kTimeWidth = 5;
-constexpr int kKeyWidth = 12;
+constexpr int kArrivalColumn = fieldSpec(Field::TimeOnSite).column;
+constexpr int kDepartureColumn = fieldSpec(Field::TimeOffSite).column;
+constexpr int kTimeWidth = fieldSpec(Field::TimeOnSite).width;
+constexpr int kKeyWidth = fieldSpec(Field::RegNo).width;
+static_assert(fieldSpec(Field::TimeOffSite).width == kTimeWidth);
 
 bool keyMatches(QByteArrayView line, QByteArrayView key) {
     return !key.isEmpty() && line.first(std::min<qsizetype>(kKeyWidth, line.size())) == key;

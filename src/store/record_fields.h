@@ -114,6 +114,11 @@ constexpr const FieldSpec& fieldSpec(Field f) {
     return kRecordFields[std::size_t(f)];
 }
 
+// The number of columns from the first column of first through the last column of last.
+constexpr int spanWidth(Field first, Field last) {
+    return fieldSpec(last).column + fieldSpec(last).width - fieldSpec(first).column;
+}
+
 // Fields that save-new and update write; arrival and departure are only ever written in place.
 inline constexpr Field kLastWrittenField = Field::PhotoOnFile;
 

@@ -21,6 +21,7 @@ public:
     QByteArrayView bytes() const { return m_bytes; }
     // The raw bytes of columns [column, column + width), cut short where the line ends.
     QByteArrayView columns(int column, int width) const;
+    QByteArrayView columns(Field f) const { return columns(fieldSpec(f).column, fieldSpec(f).width); }
     // The text of the columns as stored, untrimmed.
     QString text(int column, int width) const;
     // The text of the columns, trimmed of blanks on both sides.
