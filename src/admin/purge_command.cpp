@@ -2,6 +2,7 @@
 
 #include "admin/list_command.h"
 #include "lists/bulk_deletion.h"
+#include "store/digits.h"
 
 #include <QTextStream>
 #include <algorithm>
@@ -17,7 +18,7 @@ int purgeUsage(const QString& why) {
 }
 
 bool isYear(const QString& text) {
-    return text.size() == 4 && std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
+    return text.size() == 4 && isDigits(text);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "desk/booked_times.h"
 
 #include "lists/date_selection.h"
+#include "store/digits.h"
 
 #include <QDate>
 #include <QLocale>

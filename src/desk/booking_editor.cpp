@@ -2,6 +2,7 @@
 
 #include "desk/email_check.h"
 #include "store/day_status.h"
+#include "store/digits.h"
 #include "store/photo_paths.h"
 #include "store/record_store.h"
 #include "store/windows1252.h"
@@ -142,11 +143,7 @@ QString BookingEditor::validityFault() const {
 }
 
 bool BookingEditor::bookingOpen() const {
-    const QString text = box(Field::RegNo).trimmed();
-    qsizetype digits = 0;
-    while (digits < text.size() && text[digits].isDigit())
-        ++digits;
-    return digits > 0 && text.left(digits).toULongLong() > 0;
+    return leadingNumber(box(Field::RegNo).trimmed()) > 0;
 }
 
 QColor BookingEditor::regNoBackground() const {

@@ -2,6 +2,7 @@
 
 #include "desk/on_site_rows.h"
 #include "store/day_status.h"
+#include "store/digits.h"
 #include "store/record_store.h"
 
 namespace porvane {
@@ -18,9 +19,7 @@ GateScan::Decision GateScan::decide(const QString& dataPath, const QDate& today,
     QString regNo = typed.trimmed();
     if (regNo.size() == 14 && regNo.startsWith(u'*') && regNo.endsWith(u'*'))
         regNo = regNo.mid(1, 12);
-    const bool digits = regNo.size() == 12 && std::all_of(regNo.cbegin(), regNo.cend(),
-                                                          [](QChar c) { return c >= u'0' && c <= u'9'; });
-    if (!digits)
+    if (regNo.size() != 12 || !isDigits(regNo))
         return {Step::Refused, regNo, tr("\"%1\" is not a pass number.").arg(regNo)};
 
     const SiteTimes times = readSiteTimes(dataPath, today, regNo);

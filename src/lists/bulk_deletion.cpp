@@ -3,6 +3,7 @@
 #include "app/lock_question.h"
 #include "lists/date_selection.h"
 #include "store/data_paths.h"
+#include "store/digits.h"
 #include "store/line_reader.h"
 #include "store/safe_file.h"
 #include "store/windows1252.h"
@@ -20,10 +21,6 @@ const QString kCrLf = u"\r\n"_s;
 
 QString title() {
     return u"Porvane 90"_s;
-}
-
-bool isDigits(const QString& text) {
-    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
 }
 
 } // namespace

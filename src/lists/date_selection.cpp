@@ -1,5 +1,7 @@
 #include "lists/date_selection.h"
 
+#include "store/digits.h"
+
 #include <algorithm>
 #include <array>
 
@@ -16,16 +18,6 @@ QString title() {
 }
 
 } // namespace
-
-int leadingNumber(QStringView text) {
-    qsizetype i = 0;
-    while (i < text.size() && text[i] == u' ')
-        ++i;
-    int value = 0;
-    for (; i < text.size() && text[i] >= u'0' && text[i] <= u'9'; ++i)
-        value = value * 10 + (text[i].unicode() - u'0');
-    return value;
-}
 
 DateSelection::DateSelection(int currentYear)
     : m_lastYear(currentYear + kYearsAhead) {}

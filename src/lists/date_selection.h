@@ -102,8 +102,4 @@ private:
     QString m_year;
 };
 
-// The leading-number rule of the old desk: leading blanks skipped, digits read as far as they go, 0 when
-// there is no leading digit ("7a" is 7, "ab" is 0).
-int leadingNumber(QStringView text);
-
 } // namespace porvane

@@ -4,6 +4,7 @@
 #include "lists/month_list.h"
 #include "lists/on_site_list.h"
 #include "lists/record_search.h"
+#include "store/digits.h"
 
 namespace porvane {
 

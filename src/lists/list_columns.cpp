@@ -1,5 +1,7 @@
 #include "lists/list_columns.h"
 
+#include "store/digits.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -30,20 +32,6 @@ QByteArrayView rawSlot(const RecordLine& line, int day) {
 
 namespace {
 
-// The old desk's number reading: blanks are skipped wherever they stand, digits are read until anything
-// else; no digit gives 0.
-int valNumber(QByteArrayView text) {
-    int n = 0;
-    for (const char c : text) {
-        if (c == ' ')
-            continue;
-        if (c < '0' || c > '9')
-            break;
-        n = n * 10 + (c - '0');
-    }
-    return n;
-}
-
 int passDateNumber(QByteArrayView date) {
     // Nearly every stored pass date is "dd-mm-yyyy" or blank, and every line of every month is tested: those
     // two are read without the general reading below, which gives the same numbers.
@@ -66,7 +54,7 @@ int passDateNumber(QByteArrayView date) {
     for (const auto& [from, count] : {std::pair{8, 2}, std::pair{3, 2}, std::pair{0, 2}})
         for (int i = from; i < from + count && i < date.size(); ++i)
             yymmdd[len++] = date[i];
-    return valNumber(QByteArrayView(yymmdd, len));
+    return leadingNumber(QByteArrayView(yymmdd, len), " "); // blanks inside are passed over too
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "app/lock_question.h"
 #include "store/data_lock.h"
+#include "store/digits.h"
 #include "store/line_reader.h"
 #include "store/safe_file.h"
 
@@ -156,15 +157,7 @@ BuiltList OnSiteList::build(const QString& dataPath, const QDate& today) {
 }
 
 int markNumber(QByteArrayView mark) {
-    int n = 0;
-    for (const char c : mark) {
-        if (c == ' ' || c == ':')
-            continue;
-        if (c < '0' || c > '9')
-            break;
-        n = n * 10 + (c - '0');
-    }
-    return n;
+    return leadingNumber(mark, " :");
 }
 
 } // namespace porvane

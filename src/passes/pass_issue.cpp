@@ -1,5 +1,6 @@
 #include "passes/pass_issue.h"
 
+#include "store/digits.h"
 #include "store/photo_paths.h"
 #include "store/record_store.h"
 
@@ -20,7 +21,7 @@ QString passPeriodWords(const QString& code) {
         return QCoreApplication::translate("PassIssue", "[ Unknown ]");
     const QChar unit = code.at(1).toUpper();
     // The count is the first character as written; a non-digit counts as 0, so it reads singular.
-    const bool plural = code.at(0).isDigit() && code.at(0).digitValue() >= 2;
+    const bool plural = leadingNumber(QStringView(code).left(1)) >= 2;
     const QString first = code.left(1);
     if (unit == u'D')
         return first + (plural ? QStringLiteral(" Days") : QStringLiteral(" Day"));

@@ -1,5 +1,6 @@
 #include "store/data_check.h"
 
+#include "store/digits.h"
 #include "store/line_reader.h"
 #include "store/record_fields.h"
 #include "store/record_line.h"
@@ -20,22 +21,10 @@ QString tr(const char* text) {
     return QCoreApplication::translate("DataCheck", text);
 }
 
-bool allDigits(QByteArrayView bytes) {
-    return !bytes.isEmpty() &&
-           std::all_of(bytes.begin(), bytes.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-int number(QByteArrayView digits) {
-    int n = 0;
-    for (char c : digits)
-        n = n * 10 + (c - '0');
-    return n;
-}
-
 // Strict "hhmm" digits, hour 0-23, minute 0-59 (the grid's lenient reading is for typing, not for files).
 bool isStoredTime(QByteArrayView hh, QByteArrayView mm) {
-    return allDigits(hh) && allDigits(mm) && hh.size() == 2 && mm.size() == 2 && number(hh) < 24 &&
-           number(mm) < 60;
+    return isDigits(hh) && isDigits(mm) && hh.size() == 2 && mm.size() == 2 && leadingNumber(hh) < 24 &&
+           leadingNumber(mm) < 60;
 }
 
 // "dd-mm-yyyy" naming a real day.
@@ -43,7 +32,8 @@ bool isStoredDate(QByteArrayView text) {
     if (text.size() != 10 || text[2] != '-' || text[5] != '-')
         return false;
     const QByteArrayView d = text.first(2), m = text.sliced(3, 2), y = text.sliced(6, 4);
-    return allDigits(d) && allDigits(m) && allDigits(y) && QDate(number(y), number(m), number(d)).isValid();
+    return isDigits(d) && isDigits(m) && isDigits(y) &&
+           QDate(leadingNumber(y), leadingNumber(m), leadingNumber(d)).isValid();
 }
 
 QString fieldName(Field f) {
@@ -52,11 +42,11 @@ QString fieldName(Field f) {
 
 void checkIdentifier(const RecordLine& line, const QString& fileStem, bool monthFile, QStringList& faults) {
     const QByteArrayView regNo = line.columns(1, fieldSpec(Field::RegNo).width);
-    if (regNo.size() != 12 || !allDigits(regNo)) {
+    if (regNo.size() != 12 || !isDigits(regNo)) {
         faults << tr("RegNo \"%1\" is not 12 digits").arg(QString::fromLatin1(regNo.toByteArray()));
         return;
     }
-    const int month = number(regNo.sliced(2, 2));
+    const int month = leadingNumber(regNo.sliced(2, 2));
     if (month < 1 || month > 12)
         faults << tr("RegNo %1 names month %2").arg(QString::fromLatin1(regNo.toByteArray())).arg(month);
     else if (monthFile && QString::fromLatin1(regNo.first(4).toByteArray()) != fileStem.left(4))
@@ -94,9 +84,9 @@ void checkPassDates(const RecordLine& line, QStringList& faults) {
 
 // The days of month "yymm"; 0 when the text names no month.
 int daysOfMonth(QByteArrayView yymm) {
-    if (yymm.size() < 4 || !allDigits(yymm.first(4)))
+    if (yymm.size() < 4 || !isDigits(yymm.first(4)))
         return 0;
-    return QDate(2000 + number(yymm.first(2)), number(yymm.sliced(2, 2)), 1).daysInMonth();
+    return QDate(2000 + leadingNumber(yymm.first(2)), leadingNumber(yymm.sliced(2, 2)), 1).daysInMonth();
 }
 
 // Slots past the month's end can hold nothing the desk could show; days is 0 when the month is unknown.

@@ -2,6 +2,7 @@
 
 #include "store/data_lock.h"
 #include "store/data_paths.h"
+#include "store/digits.h"
 #include "store/line_reader.h"
 #include "store/photo_paths.h"
 #include "store/record_line.h"
@@ -24,10 +25,6 @@ StoreResult failed(const FileError& error) {
 // The booking's key as stored: an empty registration box names no booking, not every blank-led line.
 QByteArray keyOf(const QString& regNoText) {
     return toWindows1252(regNoText.trimmed());
-}
-
-bool isDigits(const QString& text) {
-    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
 }
 
 // A booking's photo under its current names, and any it got under earlier names.
