@@ -1,6 +1,5 @@
 #include "photos/camera_capture.h"
 #include "photos/photo_files.h"
-#include "photos/save_filter.h"
 #include "test_desk.h"
 
 #include <QDir>
@@ -85,23 +84,6 @@ TEST(CameraCapture, unfittedSnapshotsWarnOnlyAboveTheLimit) {
         }
         EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"1"); // the photo is kept all the same
     }
-}
-
-TEST(SaveFilter, barsAndColonsSplitIntoPairs) {
-    EXPECT_EQ(saveFilterToNameFilters(u"AVI files (*.avi)|*.avi"_s), QStringList{u"AVI files (*.avi)"_s});
-    EXPECT_EQ(saveFilterToNameFilters(u"Video|*.avi;*.mpg:All files|*.*"_s),
-              (QStringList{u"Video (*.avi *.mpg)"_s, u"All files (*.*)"_s}));
-    // A colon splits even where it looks like part of a description.
-    EXPECT_EQ(saveFilterToNameFilters(u"Clips: AVI|*.avi"_s), (QStringList{u"Clips (AVI)"_s, u"*.avi"_s}));
-}
-
-TEST(SaveFilter, pieces) {
-    const QString text = u"C:/clips/a.avi"_s + QChar(0) + u"a.avi"_s + QChar(0);
-    EXPECT_EQ(piece(text, 1), u"C:/clips/a.avi");
-    EXPECT_EQ(piece(text, 2), u"a.avi");
-    EXPECT_EQ(piece(text, 3), u"");
-    EXPECT_EQ(piece(text, 4), u"");
-    EXPECT_EQ(piece(text, 0), u"");
 }
 
 // No frame from the camera, or a read-only desk: no photo and no mark; only the missing frame says why.
