@@ -45,7 +45,7 @@ int runDemoCommand(CommandContext& context) {
     options.categories = lists.first;
     options.departments = lists.second;
     const DemoGenerator generator(options);
-    if (const FileError error = generator.appendTo(context.state)) {
+    if (const FileError error = generator.appendTo(context.state.dataPath(), context.state.lockQuestion)) {
         QTextStream(stderr) << error.text << '\n';
         return 1;
     }

@@ -16,18 +16,6 @@ namespace porvane {
 // What the list grid shows; the list refresh rebuilds it after every change.
 enum class ListMode : int { None = 0, Day = 1, Month = 2, Search = 3, OnSite = 4 };
 
-// The working values of the pass window, read by pass printing.
-struct PassWorking {
-    int PassCount = 1;
-    QString PassInterval = QStringLiteral("d");
-    QString PassStartDate;
-    QString PassEndDate;
-    QString PassPeriodCode = QStringLiteral("1D");
-    QString PassIssueStamp;
-    QString PassValidText;
-    bool PassPhotoShown = false;
-};
-
 // The application-wide state, made once in main() and handed by reference to whoever needs it.
 class AppState {
 public:
@@ -54,7 +42,6 @@ public:
 
     ListMode listMode = ListMode::None;
     int ListedCount = 0;
-    PassWorking pass;
 
     // The main window's title; results of saves and list errors are shown in it.
     QString mainTitle = plainTitle();

@@ -1,6 +1,5 @@
 #include "demo/demo_generator.h"
 
-#include "app/lock_question.h"
 #include "store/current_record.h"
 #include "store/data_lock.h"
 #include "store/data_paths.h"
@@ -138,18 +137,17 @@ QByteArray DemoGenerator::monthFile(int monthIndex) const {
     return out;
 }
 
-FileError DemoGenerator::appendTo(AppState& state) const {
+FileError DemoGenerator::appendTo(const QString& dataPath, LockHolderQuestion& lockQuestion) const {
     for (int i = 0; i < m_options.months; ++i) {
         const QByteArray block = monthFile(i);
         if (block.isEmpty())
             continue;
-        DataLock lock(state.dataPath());
-        if (FileError error = takeDataLock(lock, state.prompter))
+        DataLock lock(dataPath);
+        if (FileError error = takeDataLock(lock, lockQuestion))
             return error;
         // One append of the whole month: the block's last line end comes from the append itself.
-        if (FileError error =
-                appendLine(monthFilePath(state.dataPath(), monthStart(i).toString(QStringLiteral("yyMM"))),
-                           block.chopped(2)))
+        if (FileError error = appendLine(
+                monthFilePath(dataPath, monthStart(i).toString(QStringLiteral("yyMM"))), block.chopped(2)))
             return error;
     }
     return {};

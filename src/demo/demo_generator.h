@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/app_state.h"
 #include "store/file_error.h"
 
 #include <QByteArray>
@@ -10,6 +9,8 @@
 #include <cstdint>
 
 namespace porvane {
+
+class LockHolderQuestion;
 
 // Invents bookings for demonstrations and benchmarks: varied names and organisations, categories and
 // departments from the pick lists, telephone numbers, booked times on working days, and some passes.
@@ -37,8 +38,9 @@ public:
     }
 
     // Appends every month's bookings to its file in the data folder, one append per month under the data
-    // folder's lock. Returns the first error; months already written stay written.
-    FileError appendTo(AppState& state) const;
+    // folder's lock (lockQuestion is asked while another desk holds it). Returns the first error; months
+    // already written stay written.
+    FileError appendTo(const QString& dataPath, LockHolderQuestion& lockQuestion) const;
 
 private:
     Options m_options;

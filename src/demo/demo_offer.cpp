@@ -45,7 +45,7 @@ bool DemoOffer::run(AppState& state, QDate month) {
     const PickLists lists = LoadMainPickLists(pickListsPath(state.AppPath));
     options.categories = lists.first;
     options.departments = lists.second;
-    if (const FileError error = DemoGenerator(options).appendTo(state)) {
+    if (const FileError error = DemoGenerator(options).appendTo(state.dataPath(), state.lockQuestion)) {
         state.prompter.tell(title, tr("The demonstration bookings could not be written: %1 (error %2).")
                                        .arg(error.text)
                                        .arg(error.number));

@@ -61,7 +61,7 @@ void PassIssue::open() {
     const CurrentRecord& r = m_state.record;
     const Settings& s = m_state.settings;
     const QDateTime now = m_state.clock.now();
-    PassWorking& p = m_state.pass;
+    PassWorking& p = m_working;
 
     m_view = View();
     // A read-only desk neither issues nor removes passes: both are stored in the booking.
@@ -109,8 +109,8 @@ bool PassIssue::choose(const QString& number, const QString& period) {
 
 void PassIssue::setStartBox(const QString& text) {
     m_view.PassTodayTB = text;
-    m_state.pass.PassStartDate = text == u"Today" ? dateText(m_state.clock.today()) : text;
-    m_view.PassDateTB = m_state.pass.PassStartDate;
+    m_working.PassStartDate = text == u"Today" ? dateText(m_state.clock.today()) : text;
+    m_view.PassDateTB = m_working.PassStartDate;
 }
 
 QDate PassIssue::startDate() const {
@@ -120,7 +120,7 @@ QDate PassIssue::startDate() const {
 }
 
 QDate PassIssue::addIntervals(const QDate& start) const {
-    const PassWorking& p = m_state.pass;
+    const PassWorking& p = m_working;
     if (p.PassInterval == u"ww")
         return start.addDays(7 * qint64(p.PassCount));
     if (p.PassInterval == u"m")
@@ -132,7 +132,7 @@ bool PassIssue::computeValidity() {
     static const QStringList counts = {QStringLiteral("ONE"),   QStringLiteral("TWO"),
                                        QStringLiteral("THREE"), QStringLiteral("FOUR"),
                                        QStringLiteral("FIVE"),  QStringLiteral("SIX")};
-    PassWorking& p = m_state.pass;
+    PassWorking& p = m_working;
     const QString number = m_view.PassNumberCB.trimmed();
     const QString period = m_view.PassPeriodCB.trimmed();
     QString interval;
@@ -212,7 +212,7 @@ void PassIssue::followPhotoFile() {
     // The booking's own photo file decides, whoever's photo was captured, attached or deleted meanwhile.
     const bool own = QFileInfo::exists(visitorPhoto());
     m_view.PassPortIma = own ? visitorPhoto() : placeholderImage();
-    m_state.pass.PassPhotoShown = own;
+    m_working.PassPhotoShown = own;
     const QString onFile = own ? QStringLiteral("1") : QStringLiteral("0");
     if (m_state.record[Field::PhotoOnFile] != onFile && (own || m_state.record[Field::PhotoOnFile] == u"1")) {
         m_state.record[Field::PhotoOnFile] = onFile;
@@ -237,7 +237,7 @@ bool PassIssue::confirmClose() {
 
 PassContent PassIssue::content() const {
     const CurrentRecord& r = m_state.record;
-    const PassWorking& p = m_state.pass;
+    const PassWorking& p = m_working;
     PassContent c;
     c.firmName = m_state.settings.SiteName.toUpper();
     c.name = r[Field::FirstName] + u' ' + r[Field::LastName];
@@ -263,13 +263,13 @@ PassIssue::PrintResult PassIssue::print(const Render& render, const StoreRecord&
     if (!m_printAllowed || !m_view.printEnabled)
         return PrintResult::Disabled;
     followPhotoFile();
-    if (!m_state.pass.PassPhotoShown &&
+    if (!m_working.PassPhotoShown &&
         m_state.prompter.ask({kTitle, tr("No Photo Found:  Do you wish to Print Without Photo ? "),
                               Buttons::YesNo, Icon::Exclamation}) != Answer::Yes)
         return PrintResult::Declined;
 
     CurrentRecord& r = m_state.record;
-    PassWorking& p = m_state.pass;
+    PassWorking& p = m_working;
     const CurrentRecord before = r;
     r[Field::PassStart] = p.PassStartDate;
     r[Field::PassEnd] = p.PassEndDate;

@@ -14,6 +14,18 @@ namespace porvane {
 // "1D" -> "1 Day", "2W" -> "2 Weeks", "3M" -> "3 Months"; any other unit letter gives "[ Unknown ]".
 QString passPeriodWords(const QString& code);
 
+// The working values of the pass window, read by pass printing.
+struct PassWorking {
+    int PassCount = 1;
+    QString PassInterval = QStringLiteral("d");
+    QString PassStartDate;
+    QString PassEndDate;
+    QString PassPeriodCode = QStringLiteral("1D");
+    QString PassIssueStamp;
+    QString PassValidText;
+    bool PassPhotoShown = false;
+};
+
 // The pass window's logic over the application state: the working values of the pass being chosen, the
 // preview texts, the refusals, removal and the print request. The window shows what this class computes.
 class PassIssue {
@@ -60,6 +72,7 @@ public:
     explicit PassIssue(AppState& state);
 
     const View& view() const { return m_view; }
+    const PassWorking& working() const { return m_working; }
 
     // Opening: working values, preview, flags and the remove button.
     void open();
@@ -110,6 +123,7 @@ private:
 
     AppState& m_state;
     View m_view;
+    PassWorking m_working;
     bool m_printAllowed = true; // by the settings; the validity decides the rest
     bool m_removalRequested = false;
 };

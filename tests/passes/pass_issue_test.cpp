@@ -31,10 +31,10 @@ TEST(PassIssue, opensAsATodayDayPassWithTheIssueStampAndPreview) {
     d.pass.requestRemoval();
     d.pass.open();
     const auto& v = d.pass.view();
-    EXPECT_EQ(d.state.pass.PassIssueStamp, u"14-11-2026 at 09:05");
+    EXPECT_EQ(d.pass.working().PassIssueStamp, u"14-11-2026 at 09:05");
     EXPECT_EQ(v.PassTimeTB, u"14-11-2026 at 09:05");
-    EXPECT_EQ(d.state.pass.PassStartDate, u"14-11-2026");
-    EXPECT_EQ(d.state.pass.PassPeriodCode, u"1D");
+    EXPECT_EQ(d.pass.working().PassStartDate, u"14-11-2026");
+    EXPECT_EQ(d.pass.working().PassPeriodCode, u"1D");
     EXPECT_EQ(v.PASSValidTB, u"DAY PASS  14 NOV 2026");
     EXPECT_EQ(v.laDayNotice, u"PRINTING PASS ONLY VALID TODAY");
     EXPECT_EQ(v.PassNameTB, u"Ada Quist");
@@ -57,7 +57,7 @@ TEST(PassIssue, aRecordClaimingAMissingPhotoIsCorrectedOnOpening) {
     d.state.settings.ckEnbl_PrnLogo = u"1"_s;
     d.pass.open();
     EXPECT_EQ(d.state.record[Field::PhotoOnFile], u"0");
-    EXPECT_FALSE(d.state.pass.PassPhotoShown);
+    EXPECT_FALSE(d.pass.working().PassPhotoShown);
     EXPECT_TRUE(d.pass.view().removeEnabled);
     EXPECT_FALSE(d.pass.view().printEnabled);
     EXPECT_TRUE(d.pass.view().LogoImage.endsWith(u"_PSF/IRender/OurPassLogo.bmp"));
@@ -85,8 +85,8 @@ TEST(PassIssue, endDatesFollowTheCalendar) {
         d.setToday(c.today.year(), c.today.month(), c.today.day());
         d.pass.open();
         d.pass.choose(QString::fromLatin1(c.number), QString::fromLatin1(c.period));
-        EXPECT_EQ(d.state.pass.PassEndDate, QString::fromLatin1(c.end)) << c.number << ' ' << c.period;
-        EXPECT_EQ(d.state.pass.PassPeriodCode, QString::fromLatin1(c.code));
+        EXPECT_EQ(d.pass.working().PassEndDate, QString::fromLatin1(c.end)) << c.number << ' ' << c.period;
+        EXPECT_EQ(d.pass.working().PassPeriodCode, QString::fromLatin1(c.code));
         EXPECT_EQ(d.pass.view().PASSValidTB, QString::fromLatin1(c.valid));
         EXPECT_TRUE(d.prompter.messages().isEmpty());
     }
@@ -97,11 +97,11 @@ TEST(PassIssue, aOneDayPassIsAlwaysForTodayAndHasNoCalendar) {
     d.pass.open();
     d.pass.choose(u"TWO"_s, u"Day"_s);
     d.pass.pickCalendarDay(QDate(2026, 11, 25));
-    EXPECT_EQ(d.state.pass.PassEndDate, u"27-11-2026");
+    EXPECT_EQ(d.pass.working().PassEndDate, u"27-11-2026");
     d.pass.choosePassNumber(u"ONE"_s);
     EXPECT_EQ(d.pass.view().PassTodayTB, u"Today");
-    EXPECT_EQ(d.state.pass.PassStartDate, u"14-11-2026");
-    EXPECT_EQ(d.state.pass.PassEndDate, u"15-11-2026");
+    EXPECT_EQ(d.pass.working().PassStartDate, u"14-11-2026");
+    EXPECT_EQ(d.pass.working().PassEndDate, u"15-11-2026");
     d.pass.toggleCalendar();
     EXPECT_FALSE(d.pass.view().calendarShown);
     EXPECT_EQ(d.prompter.last().text, u"You can only Issue/Print a Day Pass for TODAY");
@@ -113,9 +113,9 @@ TEST(PassIssue, anUnknownPeriodChangesNothing) {
     d.pass.choose(u"FOUR"_s, u"Month"_s);
     d.pass.choose(u"TWO"_s, u"Fortnight"_s);
     EXPECT_EQ(d.prompter.last().text, u"ATTENTION: No VALID Date selected - Try selecting again");
-    EXPECT_EQ(d.state.pass.PassCount, 4);
-    EXPECT_EQ(d.state.pass.PassPeriodCode, u"4M");
-    EXPECT_EQ(d.state.pass.PassEndDate, u"14-03-2027");
+    EXPECT_EQ(d.pass.working().PassCount, 4);
+    EXPECT_EQ(d.pass.working().PassPeriodCode, u"4M");
+    EXPECT_EQ(d.pass.working().PassEndDate, u"14-03-2027");
 }
 
 TEST(PassIssue, periodCodesInWords) {
