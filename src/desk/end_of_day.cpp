@@ -1,7 +1,7 @@
 #include "desk/end_of_day.h"
 
-#include "desk/on_site_rows.h"
 #include "lists/on_site_list.h"
+#include "lists/on_site_rows.h"
 #include "store/day_status.h"
 
 namespace porvane {

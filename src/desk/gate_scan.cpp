@@ -1,6 +1,6 @@
 #include "desk/gate_scan.h"
 
-#include "desk/on_site_rows.h"
+#include "lists/on_site_rows.h"
 #include "store/day_status.h"
 #include "store/digits.h"
 #include "store/record_store.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "desk/on_site_rows.h"
 #include "lists/list_table.h"
+#include "lists/on_site_rows.h"
 
 #include <QDate>
 #include <QSortFilterProxyModel>

@@ -1,8 +1,8 @@
 #include "lists/roll_call_sheet.h"
 
-#include "desk/on_site_rows.h"
 #include "lists/list_printing.h"
 #include "lists/on_site_list.h"
+#include "lists/on_site_rows.h"
 #include "store/photo_paths.h"
 
 #include <QCollator>

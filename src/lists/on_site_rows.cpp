@@ -1,4 +1,4 @@
-#include "desk/on_site_rows.h"
+#include "lists/on_site_rows.h"
 
 #include "lists/on_site_list.h"
 
