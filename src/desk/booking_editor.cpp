@@ -185,7 +185,7 @@ bool BookingEditor::saveDecision(Op op) {
         if (op == Op::Save)
             return saveRecordStep(op);
         const QString question =
-            tr("The current booking for ") + firstUpper() + u' ' + lastUpper() + tr(" has changed.") + kCrLf +
+            tr("The current booking for %1 %2 has changed.").arg(firstUpper(), lastUpper()) + kCrLf +
             (op == Op::Close ? tr("Save it before you close? ") : tr("Do you wish to save it? "));
         const Answer a = ask(question, Buttons::YesNoCancel, Icon::Question);
         if (a == Answer::Cancel)
@@ -210,15 +210,14 @@ bool BookingEditor::saveRecordStep(Op op) {
         return false;
     if (op != Op::Close)
         m_state.prompter.tell(bookingTitle(),
-                              tr("Porvane has created a New Record for ") + first + u' ' + last,
+                              tr("Porvane has created a New Record for %1 %2").arg(first, last),
                               op == Op::New || op == Op::Pass ? Icon::Exclamation : Icon::Information);
     return true;
 }
 
 bool BookingEditor::saveTimesStep(Op op) {
     const QString regNo = m_booking[Field::RegNo];
-    const QString head =
-        tr("Booked times for ") + firstUpper() + u' ' + lastUpper() + tr(" have changed.") + kCrLf;
+    const QString head = tr("Booked times for %1 %2 have changed.").arg(firstUpper(), lastUpper()) + kCrLf;
     const bool otherMonth =
         regNo.left(2) != m_dates.yearText().right(2) || regNo.mid(2, 2) != m_dates.monthNumber();
     if (otherMonth) {
@@ -231,10 +230,10 @@ bool BookingEditor::saveTimesStep(Op op) {
     }
     const QString line = op == Op::Close ? tr("Overwrite current bookings before you close? ")
                                          : tr("Do you wish to overwrite the current record? ");
-    const Answer a =
-        ask(head + line + kCrLf + kCrLf + tr("Click [ Yes ] to overwrite the current record or,") + kCrLf +
-                tr("Click [ No ] to save to a new record"),
-            Buttons::YesNoCancel, Icon::Question);
+    const Answer a = ask(
+        head + line + kCrLf + kCrLf +
+            tr("Click [ Yes ] to overwrite the current record or,\r\nClick [ No ] to save to a new record"),
+        Buttons::YesNoCancel, Icon::Question);
     if (a == Answer::Yes)
         return overwrite();
     if (a == Answer::No)
@@ -242,7 +241,7 @@ bool BookingEditor::saveTimesStep(Op op) {
     return op == Op::Save;
 }
 
-bool BookingEditor::reportResult(const StoreResult& result, const QString& what) {
+bool BookingEditor::reportResult(const StoreResult& result, const QString& failureText) {
     switch (result.status) {
     case StoreResult::Status::Ok:
         return true;
@@ -253,7 +252,7 @@ bool BookingEditor::reportResult(const StoreResult& result, const QString& what)
         break;
     }
     m_state.prompter.tell(plainTitle(),
-                          what + result.error.text + tr(" (error %1).").arg(result.error.number) + kCrLf +
+                          failureText.arg(result.error.text, QString::number(result.error.number)) + kCrLf +
                               tr("The booking is still in the editor."),
                           Icon::Exclamation);
     return false;
@@ -261,10 +260,10 @@ bool BookingEditor::reportResult(const StoreResult& result, const QString& what)
 
 bool BookingEditor::saveAsNew(const QString& bookingYymm) {
     const StoreResult result = m_store.saveNew(m_booking.record(), bookingYymm);
-    if (!reportResult(result, tr("The booking could not be saved: ")))
+    if (!reportResult(result, tr("The booking could not be saved: %1 (error %2).")))
         return false;
     m_booking.setField(Field::RegNo, result.regNo);
-    m_state.showResultInTitle(tr("Record ") + result.regNo + tr(" SAVED"));
+    m_state.showResultInTitle(tr("Record %1 SAVED").arg(result.regNo));
     afterSave();
     return true;
 }
@@ -277,9 +276,9 @@ QString BookingEditor::bookingFileMonth() const {
 bool BookingEditor::overwrite() {
     const QString regNo = box(Field::RegNo).trimmed();
     if (!reportResult(m_store.update(m_booking.record(), bookingFileMonth(), regNo),
-                      tr("The booking could not be saved: ")))
+                      tr("The booking could not be saved: %1 (error %2).")))
         return false;
-    m_state.showResultInTitle(tr("Record ") + m_booking[Field::RegNo] + tr(" UPDATED"));
+    m_state.showResultInTitle(tr("Record %1 UPDATED").arg(m_booking[Field::RegNo]));
     afterSave();
     return true;
 }
@@ -306,8 +305,8 @@ void BookingEditor::cmdSAVE() {
         if (!saveAsNew())
             return;
         m_state.prompter.tell(plainTitle(),
-                              tr("New Booking made for ") + firstUpper() + u' ' + lastUpper() + tr(" in ") +
-                                  m_dates.monthText() + u' ' + m_dates.yearText() + tr(" Ok"),
+                              tr("New Booking made for %1 %2 in %3 %4 Ok")
+                                  .arg(firstUpper(), lastUpper(), m_dates.monthText(), m_dates.yearText()),
                               Icon::Information);
         return;
     }
@@ -354,7 +353,7 @@ void BookingEditor::cmdDelete() {
             clearEditor(false);
         return;
     }
-    const Answer a = ask(tr("This will DELETE this Booking for ") + firstUpper() + u' ' + lastUpper() + u' ' +
+    const Answer a = ask(tr("This will DELETE this Booking for %1 %2 ").arg(firstUpper(), lastUpper()) +
                              kCrLf + tr("Do you wish to Proceed? "),
                          Buttons::YesNoCancel, Icon::Question);
     if (a != Answer::Yes)
@@ -362,7 +361,7 @@ void BookingEditor::cmdDelete() {
     const QString regNo = box(Field::RegNo).trimmed();
     if (!reportResult(
             m_store.deleteBooking(bookingFileMonth(), regNo, box(Field::FirstName), box(Field::LastName)),
-            tr("The booking could not be deleted: ")))
+            tr("The booking could not be deleted: %1 (error %2).")))
         return;
     m_state.showResultInTitle(tr("One Booking DELETED"));
     // The booking is gone: nothing of it stays in the editor to be saved again.
@@ -388,7 +387,7 @@ void BookingEditor::cmdIN() {
     // Marking in again starts a new visit, so an earlier departure goes.
     m_booking.setField(Field::TimeOnSite, m_state.clock.now().toString(QStringLiteral("hh:mm")));
     m_booking.setField(Field::TimeOffSite, QString::fromUtf16(kNoTimeMark));
-    writeSiteTimes(tr("The arrival"));
+    writeSiteTimes(tr("The arrival could not be written to today's status file: %1 (error %2)."));
 }
 
 void BookingEditor::cmdOUT() {
@@ -398,7 +397,7 @@ void BookingEditor::cmdOUT() {
     if (m_booking[Field::TimeOnSite].trimmed().size() < 5)
         return;
     m_booking.setField(Field::TimeOffSite, m_state.clock.now().toString(QStringLiteral("hh:mm")));
-    writeSiteTimes(tr("The departure"));
+    writeSiteTimes(tr("The departure could not be written to today's status file: %1 (error %2)."));
 }
 
 bool BookingEditor::siteMarkAllowed(const QString& noBookingText, qsizetype lastNameBound) {
@@ -416,7 +415,7 @@ bool BookingEditor::siteMarkAllowed(const QString& noBookingText, qsizetype last
 bool BookingEditor::bookWalkInForToday() {
     const QDateTime now = m_state.clock.now();
     const QString hhmm = now.toString(QStringLiteral("hhmm"));
-    const Answer a = ask(firstUpper() + u' ' + lastUpper() + tr(" is not on today's list.") + kCrLf +
+    const Answer a = ask(tr("%1 %2 is not on today's list.").arg(firstUpper(), lastUpper()) + kCrLf +
                              tr("Book this visitor for today at %1 and mark the arrival?")
                                  .arg(now.toString(QStringLiteral("hh:mm"))),
                          Buttons::YesNo, Icon::Question);
@@ -440,14 +439,12 @@ bool BookingEditor::bookWalkInForToday() {
 
 // The new time is written first and then shown as the file holds it, so the desk never shows an arrival or
 // departure it has not stored.
-void BookingEditor::writeSiteTimes(const QString& what) {
+void BookingEditor::writeSiteTimes(const QString& failureText) {
     m_view.focus = Focus::MainFind;
     if (const FileError error = UpdateDayStatus(m_state.dataPath(), m_state.clock.today(), box(Field::RegNo),
                                                 m_booking[Field::TimeOnSite], m_booking[Field::TimeOffSite],
                                                 m_state.lockQuestion)) {
-        m_state.prompter.tell(plainTitle(),
-                              what + tr(" could not be written to today's status file: ") + error.text +
-                                  tr(" (error %1).").arg(error.number),
+        m_state.prompter.tell(plainTitle(), failureText.arg(error.text, QString::number(error.number)),
                               Icon::Exclamation);
     }
     showLabels();
@@ -469,8 +466,8 @@ bool BookingEditor::openRow(const QString& regNo) {
             const QString first = firstUpper();
             const QString last = lastUpper();
             if (first.size() + last.size() >= 5) {
-                const Answer a = ask(tr("The NEW booking for ") + first + u' ' + last +
-                                         tr(" has not been saved.") + kCrLf + tr("Do you wish to save it? "),
+                const Answer a = ask(tr("The NEW booking for %1 %2 has not been saved.").arg(first, last) +
+                                         kCrLf + tr("Do you wish to save it? "),
                                      Buttons::YesNoCancel, Icon::Question);
                 if (a == Answer::Cancel)
                     return false;
@@ -501,8 +498,8 @@ bool BookingEditor::readBooking(const QString& regNo) {
     FileError error;
     if (!readBookingLine(m_state.dataPath(), regNo, stored, error) && error) {
         m_state.prompter.tell(plainTitle(),
-                              tr("The booking could not be opened: ") + error.text +
-                                  tr(" (error %1).").arg(error.number),
+                              tr("The booking could not be opened: %1 (error %2).")
+                                  .arg(error.text, QString::number(error.number)),
                               Icon::Exclamation);
         return false;
     }
@@ -595,7 +592,7 @@ void BookingEditor::revokePass() {
     if (!bookingOpen() || readOnly())
         return; // nothing stored yet: the pass fields simply go
     if (!reportResult(m_store.updatePass(m_booking.record(), bookingFileMonth(), m_booking.regNo()),
-                      tr("The pass could not be revoked: ")))
+                      tr("The pass could not be revoked: %1 (error %2).")))
         return;
     m_booking.markFieldsSaved({Field::PassStart, Field::PassEnd, Field::PassPeriod, Field::PassIssued});
     m_view.PassPrntdLa = {tr("Pass Revoked"), editor_colour::kFilled, {}};

@@ -3,8 +3,8 @@
 #include "app/app_state.h"
 #include "desk/booked_times.h"
 #include "desk/booking_store.h"
-#include "lists/date_selection.h"
 #include "desk/open_booking.h"
+#include "lists/date_selection.h"
 
 #include <QColor>
 #include <QCoreApplication>
@@ -144,8 +144,9 @@ private:
     bool saveAsNew() { return saveAsNew(m_dates.bookingMonth()); }
     QString bookingFileMonth() const;
     bool overwrite();
-    // Shows a refusal or a failed write; true when the operation succeeded.
-    bool reportResult(const StoreResult& result, const QString& what);
+    // Shows a refusal, or a failed write as failureText ("%1" the error's text, "%2" its number); true when
+    // the operation succeeded.
+    bool reportResult(const StoreResult& result, const QString& failureText);
     void afterSave();
     // Reads the booking; false when it cannot be opened (the error was shown).
     bool readBooking(const QString& regNo);
@@ -163,7 +164,7 @@ private:
     void paintSiteLabels();
     // The tests IN and OUT share: the desk may write, a saved booking is open and its name is long enough.
     bool siteMarkAllowed(const QString& noBookingText, qsizetype lastNameBound);
-    void writeSiteTimes(const QString& what);
+    void writeSiteTimes(const QString& failureText);
     void showBookingMonth();
 
     AppState& m_state;

@@ -23,8 +23,9 @@ bool EndOfDay::signOutEveryone(AppState& state) {
         return false;
     if (const FileError error =
             SignOutDayStatus(state.dataPath(), state.clock.today(), marks, now, state.lockQuestion)) {
-        state.prompter.tell(title, tr("The departures could not be written to today's status file: ") +
-                                       error.text + tr(" (error %1).").arg(error.number));
+        state.prompter.tell(title,
+                            tr("The departures could not be written to today's status file: %1 (error %2).")
+                                .arg(error.text, QString::number(error.number)));
         return false;
     }
     return true;

@@ -203,22 +203,22 @@ BulkDeletion::Outcome BulkDeletion::remove(Scope scope, const BulkSelection& sel
     const QString monthYear = month + u' ' + year;
     const QString yymm = year.right(2) + DateSelection::MonthNumber(month);
     const int day = scope == Scope::Day ? selection.day.trimmed().toInt() : 0;
-    const QString date = selection.day.trimmed() + tr(" of ") + monthYear;
+    const QString date = tr("%1 of %2").arg(selection.day.trimmed(), monthYear);
 
     QStringList files{monthFilePath(m_state.dataPath(), yymm)};
     Drops drops = [](const RecordLine&) {
         return true;
     };
     QString question;
-    QString noneText = tr("No Records Deleted for ") + monthYear;
+    QString noneText = tr("No Records Deleted for %1").arg(monthYear);
     switch (scope) {
     case Scope::Year:
         files = yearFiles(year);
-        question = tr("This will DELETE ALL BOOKINGS for the Entire YEAR of ") + year + u'.';
-        noneText = tr("No Records Deleted for the year ") + year;
+        question = tr("This will DELETE ALL BOOKINGS for the Entire YEAR of %1.").arg(year);
+        noneText = tr("No Records Deleted for the year %1").arg(year);
         break;
     case Scope::Month:
-        question = tr("DELETE ALL BOOKINGS for the Entire MONTH of ") + monthYear + u'.';
+        question = tr("DELETE ALL BOOKINGS for the Entire MONTH of %1.").arg(monthYear);
         break;
     case Scope::MonthWithText: {
         const SearchKind kind = kindFromText(selection.kind).value_or(SearchKind::AnyText);
@@ -233,10 +233,9 @@ BulkDeletion::Outcome BulkDeletion::remove(Scope scope, const BulkSelection& sel
         drops = [match = SearchMatch(kind, text)](const RecordLine& line) {
             return match.matches(line);
         };
-        question =
-            tr("DELETE ALL BOOKINGS for the Month of ") + monthYear + tr(" with:") + kCrLf +
-            (kind == SearchKind::AnyText ? u"[ "_s + text + tr(" ] found in ANY field")
-                                         : u"[ "_s + text + tr(" ] in the ") + kindText(kind) + tr(" field"));
+        question = tr("DELETE ALL BOOKINGS for the Month of %1 with:").arg(monthYear) + kCrLf +
+                   (kind == SearchKind::AnyText ? tr("[ %1 ] found in ANY field").arg(text)
+                                                : tr("[ %1 ] in the %2 field").arg(text, kindText(kind)));
         break;
     }
     case Scope::Day:
@@ -244,8 +243,8 @@ BulkDeletion::Outcome BulkDeletion::remove(Scope scope, const BulkSelection& sel
         drops = [day](const RecordLine& line) {
             return !line.bookedSlot(day).isEmpty();
         };
-        question = tr("DELETE ALL Bookings made on the ") + date + u'.';
-        noneText = tr("No Records Deleted for the ") + date;
+        question = tr("DELETE ALL Bookings made on the %1.").arg(date);
+        noneText = tr("No Records Deleted for the %1").arg(date);
         break;
     }
 
@@ -291,7 +290,7 @@ BulkDeletion::Outcome BulkDeletion::deleteYear(const QString& year) {
         return out;
     out.status = Outcome::Status::Deleted;
     out.count = int(paths.size());
-    out.resultText = tr("All Bookings for the year ") + year + tr(" Deleted");
+    out.resultText = tr("All Bookings for the year %1 Deleted").arg(year);
     return out;
 }
 
@@ -304,7 +303,7 @@ BulkDeletion::Outcome BulkDeletion::deleteMonth(const QString& yymm, const QStri
     if ((out.error = replaceFile(monthFilePath(m_state.dataPath(), yymm), QByteArrayView(), writePath)))
         return out;
     out.status = Outcome::Status::Deleted;
-    out.resultText = tr("All Bookings for ") + monthYear + tr(" Deleted");
+    out.resultText = tr("All Bookings for %1 Deleted").arg(monthYear);
     return out;
 }
 

@@ -85,9 +85,9 @@ bool DateSelection::testDate(Prompter& prompter) {
         refuse(tr("ATTENTION: Only [ 30 ] Days in the Month Selected"), 30);
     } else if (month == u"FEBRUARY") {
         if (QDate::isLeapYear(leadingNumber(m_year)))
-            refuse(tr("ATTENTION: Only [ 29 ] Days in February ") + m_year, 29);
+            refuse(tr("ATTENTION: Only [ 29 ] Days in February %1").arg(m_year), 29);
         else
-            refuse(tr("ATTENTION: Only [ 28 ] Days in February ") + m_year, 28);
+            refuse(tr("ATTENTION: Only [ 28 ] Days in February %1").arg(m_year), 28);
     } else {
         prompter.tell(title(), tr("ATTENTION: No VALID Date selected - Try selecting again"),
                       Icon::Exclamation);

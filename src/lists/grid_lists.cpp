@@ -35,8 +35,8 @@ void GridLists::show(ListTable table) {
         tableChanged(m_table);
 }
 
-void GridLists::titleError(int number, const QString& where) {
-    m_state.showResultInTitle(tr("Error: ") + QString::number(number + kShownErrorOffset) + where);
+void GridLists::titleError(int number, const QString& text) {
+    m_state.showResultInTitle(text.arg(number + kShownErrorOffset));
 }
 
 GridLists::Outcome GridLists::noBookings() {
@@ -61,7 +61,7 @@ GridLists::Outcome GridLists::selectDayRecord(DateSelection& dates) {
     if (built.error.number == FileError::FileNotFound)
         return noBookings();
     if (built.error) {
-        titleError(built.error.number, tr(" in Select Day Record"));
+        titleError(built.error.number, tr("Error: %1 in Select Day Record"));
         return Outcome::Failed;
     }
     m_state.ListedCount = m_table.listedCount();
@@ -80,7 +80,7 @@ GridLists::Outcome GridLists::selectMonthRecord(DateSelection& dates) {
     if (built.error.number == FileError::FileNotFound)
         return noBookings();
     if (built.error) {
-        titleError(built.error.number, tr(" in Select Month Record"));
+        titleError(built.error.number, tr("Error: %1 in Select Month Record"));
         return Outcome::Failed;
     }
     m_state.ListedCount = m_table.listedCount();
@@ -125,12 +125,12 @@ GridLists::Outcome GridLists::runSearch(const SearchRequest& request) {
     }
     if (m_table.listedCount() == 0) {
         const SearchMonths& months = request.months;
-        const QString searched = months.count() > 1
-                                     ? DateSelection::monthYearText(months.first) + tr(" to ") +
-                                           DateSelection::monthYearText(months.last)
-                                     : DateSelection::monthYearText(months.first);
+        const QString searched = months.count() > 1 ? tr("%1 to %2")
+                                                          .arg(DateSelection::monthYearText(months.first),
+                                                               DateSelection::monthYearText(months.last))
+                                                    : DateSelection::monthYearText(months.first);
         m_state.prompter.tell(QStringLiteral("Porvane 90 6726"),
-                              tr("No items have can be found for ") + searched, Icon::Exclamation);
+                              tr("No items have can be found for %1").arg(searched), Icon::Exclamation);
         return Outcome::Message;
     }
     m_state.ListedCount = m_table.listedCount();
@@ -141,7 +141,7 @@ bool GridLists::writeStatusList() {
     const FileError error =
         OnSiteList::writeStatusList(m_state.dataPath(), m_state.clock.today(), m_state.prompter);
     if (error)
-        titleError(error.number, tr(" Write List"));
+        titleError(error.number, tr("Error: %1 Write List"));
     return !error;
 }
 
@@ -156,7 +156,7 @@ GridLists::Outcome GridLists::showDayStatus() {
     if (built.error.number == FileError::FileNotFound)
         return noBookings();
     if (built.error) {
-        titleError(built.error.number, tr(" in Day List"));
+        titleError(built.error.number, tr("Error: %1 in Day List"));
         return Outcome::Failed;
     }
     m_state.ListedCount = m_table.listedCount();

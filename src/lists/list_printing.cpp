@@ -163,20 +163,20 @@ QString ListPrinting::title(ListMode mode, const QString& siteName, const DateSe
     };
     switch (mode) {
     case ListMode::None:
-        return siteName + tr("    Visitors List  -  ") + month + u' ' + year;
+        return tr("%1    Visitors List  -  %2 %3").arg(siteName, month, year);
     case ListMode::Day:
-        return siteName + tr("    Visitors Expected:  ") + day + u' ' + month + u' ' + year;
+        return tr("%1    Visitors Expected:  %2 %3 %4").arg(siteName, day, month, year);
     case ListMode::Month:
-        return siteName + tr("    Visitor List  -  ") + month + u' ' + year;
+        return tr("%1    Visitor List  -  %2 %3").arg(siteName, month, year);
     case ListMode::Search:
         if (searched.count() > 1)
-            return siteName + tr("    Visitor List [ Part ]   ") + monthOf(searched.first) + tr(" to ") +
-                   monthOf(searched.last);
-        return siteName + tr("    Visitor List [ Part ]   ") +
-               (searched.valid() ? monthOf(searched.first) : month + u' ' + year);
+            return tr("%1    Visitor List [ Part ]   %2 to %3")
+                .arg(siteName, monthOf(searched.first), monthOf(searched.last));
+        return tr("%1    Visitor List [ Part ]   %2")
+            .arg(siteName, searched.valid() ? monthOf(searched.first) : month + u' ' + year);
     case ListMode::OnSite:
-        return siteName + tr("    Visitor On-Site Status:  ") + day + u' ' + month + u' ' + year +
-               tr("  as at  ") + now.toString(QStringLiteral("hh:mm"));
+        return tr("%1    Visitor On-Site Status:  %2 %3 %4  as at  %5")
+            .arg(siteName, day, month, year, now.toString(QStringLiteral("hh:mm")));
     }
     return {};
 }

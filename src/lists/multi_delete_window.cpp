@@ -127,8 +127,8 @@ void MultiDeleteWindow::deleteSelected() {
     CBMDELDay->setCurrentText(selection.day);
     if (m_outcome.status == BulkDeletion::Outcome::Status::Failed)
         m_state.prompter.tell(QStringLiteral("Porvane 90"),
-                              tr("Nothing was deleted: ") + m_outcome.error.text +
-                                  tr(" (error %1).").arg(m_outcome.error.number));
+                              tr("Nothing was deleted: %1 (error %2).")
+                                  .arg(m_outcome.error.text, QString::number(m_outcome.error.number)));
     if (m_outcome.finished())
         accept();
 }

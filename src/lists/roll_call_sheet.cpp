@@ -108,10 +108,9 @@ QList<RollCallEntry> RollCallSheet::entries(const ListTable& onSiteList, const Q
 }
 
 QString RollCallSheet::heading(const QString& siteName, qsizetype count, const QDateTime& made) {
-    return siteName + tr("    Roll call:  %1 on site  at %2 on %3")
-                          .arg(count)
-                          .arg(made.toString(QStringLiteral("hh:mm")),
-                               made.toString(QStringLiteral("dddd d MMMM yyyy")));
+    return tr("%1    Roll call:  %2 on site  at %3 on %4")
+        .arg(siteName, QString::number(count), made.toString(QStringLiteral("hh:mm")),
+             made.toString(QStringLiteral("dddd d MMMM yyyy")));
 }
 
 QString RollCallSheet::print(QPagedPaintDevice& device, const QList<RollCallEntry>& entries,

@@ -223,12 +223,13 @@ bool PassIssue::confirmClose() {
     if (!m_removalRequested)
         return true;
     const CurrentRecord& r = m_state.record;
-    const QString text = tr("This will REMOVE the pass record for ") + r[Field::FirstName] + u' ' +
-                         r[Field::LastName] + kCrLf + kCrLf + tr("Start Date: ") + r[Field::PassStart] +
-                         tr("   Pass Ends: ") + r[Field::PassEnd] + kCrLf + tr("Pass Issued: ") +
-                         r[Field::PassIssued] + tr(" for ") + passPeriodWords(r[Field::PassPeriod]) + kCrLf +
-                         r[Field::Organisation] + QStringLiteral("  [ ") + r[Field::RegNo] +
-                         QStringLiteral(" ]") + kCrLf + kCrLf + tr("Do you wish to proceed ?");
+    const QString text =
+        tr("This will REMOVE the pass record for %1 %2").arg(r[Field::FirstName], r[Field::LastName]) +
+        kCrLf + kCrLf + tr("Start Date: %1   Pass Ends: %2").arg(r[Field::PassStart], r[Field::PassEnd]) +
+        kCrLf +
+        tr("Pass Issued: %1 for %2").arg(r[Field::PassIssued], passPeriodWords(r[Field::PassPeriod])) +
+        kCrLf + r[Field::Organisation] + QStringLiteral("  [ ") + r[Field::RegNo] + QStringLiteral(" ]") +
+        kCrLf + kCrLf + tr("Do you wish to proceed ?");
     if (m_state.prompter.ask({kTitle, text, Buttons::YesNoCancel, Icon::Question}) == Answer::Yes)
         return true;
     m_removalRequested = false;

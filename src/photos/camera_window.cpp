@@ -153,7 +153,7 @@ void CameraWindow::chooseCamera(int index) {
         if (code == QCamera::NoError)
             return;
         m_statusCode->setText(tr("StatusCode: %1").arg(int(code)));
-        m_statusString->setText(tr("Error ") + text);
+        m_statusString->setText(tr("Error %1").arg(text));
     });
     m_session->setCamera(camera.get());
     camera->start();

@@ -35,17 +35,17 @@ QString photoAge(const QDateTime& taken, const QDateTime& now) {
             return tr("> 2 Years");
         if (months > 12)
             return tr("> 1 Year");
-        return QString::number(months) + tr(" Months");
+        return tr("%1 Months").arg(months);
     }
     qint64 days = taken.daysTo(now);
     if (days > 0 && taken.addDays(days) > now)
         --days;
     if (days > 0)
-        return days == 1 ? tr("1 Day") : QString::number(days) + tr(" Days");
+        return days == 1 ? tr("1 Day") : tr("%1 Days").arg(days);
     const qint64 hours = std::max<qint64>(0, taken.secsTo(now) / 3600);
     if (hours == 0)
         return tr("< 1 Hour");
-    return hours == 1 ? tr("1 Hour") : QString::number(hours) + tr(" Hours");
+    return hours == 1 ? tr("1 Hour") : tr("%1 Hours").arg(hours);
 }
 
 FileError replacePhotoFile(const QString& dataPath, Prompter& prompter, const QString& path,

@@ -23,7 +23,7 @@ QString PhotoManager::caption() const {
     const QString regNo = m_state.record[Field::RegNo].trimmed();
     if (regNo.isEmpty())
         return tr("Manage Photo");
-    return tr("Manage Photo") + QStringLiteral("  [ ") + regNo + QStringLiteral(" ]");
+    return tr("Manage Photo  [ %1 ]").arg(regNo);
 }
 
 template <typename Keep> QList<PhotoRow> PhotoManager::scan(const QStringList& months, Keep keep) const {
@@ -77,7 +77,7 @@ QString PhotoManager::countLine(qsizetype count) {
         return tr("No Photos Found");
     if (count == 1)
         return tr("One Photo Found");
-    return QString::number(count) + tr(" Photos Found");
+    return tr("%1 Photos Found").arg(count);
 }
 
 QString PhotoManager::show(const PhotoRow& row) {
@@ -151,7 +151,7 @@ void PhotoManager::photoGone(const QString& regNo) {
 QString PhotoManager::deleteOne(const PhotoRow& row) {
     if (!changesAllowed() || row.regNo.isEmpty())
         return {};
-    if (m_state.prompter.ask({kTitle, tr("This will permanently delete the photo for ") + row.name,
+    if (m_state.prompter.ask({kTitle, tr("This will permanently delete the photo for %1").arg(row.name),
                               Buttons::OkCancel, Icon::Exclamation}) != Answer::Ok)
         return {};
     if (!removePhotos(row.regNo)) {
@@ -180,7 +180,7 @@ QString PhotoManager::deleteListed(const QList<PhotoRow>& rows) {
         return tr("Photos Deleted");
     if (left == 1)
         return tr("One Photo could not be deleted: It may be locked or already removed");
-    return QString::number(left) + tr(" items could not be deleted, these may be locked or already removed");
+    return tr("%1 items could not be deleted, these may be locked or already removed").arg(left);
 }
 
 } // namespace porvane

@@ -66,7 +66,8 @@ bool SettingsEditor::acceptDataFolder(const QString& path) {
         return true;
     QStringList names = check.missingSubfolders;
     const QString last = names.takeLast();
-    const QString listed = names.isEmpty() ? last : names.join(QStringLiteral(", ")) + tr(" and ") + last;
+    const QString listed =
+        names.isEmpty() ? last : tr("%1 and %2").arg(names.join(QStringLiteral(", ")), last);
     const QString question =
         names.isEmpty() ? tr("The folder %1 has no %2 folder for the visitor data.\nCreate it now?")
                         : tr("The folder %1 has no %2 folders for the visitor data.\nCreate them now?");
