@@ -23,6 +23,9 @@ public:
         : prompter(prompter)
         , clock(clock)
         , pause(pause) {}
+    // One state per desk: its help key refers to its AppPath.
+    AppState(const AppState&) = delete;
+    AppState& operator=(const AppState&) = delete;
 
     Prompter& prompter;
     Clock& clock;
