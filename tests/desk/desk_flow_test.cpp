@@ -77,7 +77,7 @@ TEST_F(DeskFlow, aTypicalVisitFromBookingToDeparture) {
     EXPECT_EQ(label("LaON_Site"), u"09:30");
 
     bool passShown = false;
-    whenModal([&](QWidget* pass) {
+    test::whenModal([&](QWidget* pass) {
         passShown = pass->objectName() == u"frmPass";
         static_cast<QDialog*>(pass)->reject();
     });
@@ -97,11 +97,11 @@ TEST_F(DeskFlow, aTypicalVisitFromBookingToDeparture) {
 TEST_F(DeskFlow, detailDialogsEditTheBookingAndNothingIsMarkedSavedBehindTheOperatorsBack) {
     writeNovember({kAnn, kCy});
     openFromTodaysList(0);
-    whenModal([](QWidget* dialog) {
-        keys(child<QLineEdit>(dialog, "PersDOBTB"), QStringLiteral("12-05-1980"));
-        keys(child<QLineEdit>(dialog, "PersTownTB"), QStringLiteral("Leeds"));
-        child<QCheckBox>(dialog, "PersIOPMck")->click();
-        QTest::mouseClick(child<QPushButton>(dialog, "cmdPersOK"), Qt::LeftButton);
+    test::whenModal([](QWidget* dialog) {
+        test::keys(test::find<QLineEdit>(dialog, "PersDOBTB"), QStringLiteral("12-05-1980"));
+        test::keys(test::find<QLineEdit>(dialog, "PersTownTB"), QStringLiteral("Leeds"));
+        test::find<QCheckBox>(dialog, "PersIOPMck")->click();
+        test::click(dialog, "cmdPersOK");
     });
     click("cmdPersDetail");
     click("cmdSAVE");
@@ -112,9 +112,9 @@ TEST_F(DeskFlow, detailDialogsEditTheBookingAndNothingIsMarkedSavedBehindTheOper
     // Unsaved edits in the editor and the times grid outlive a dialog closed with Cancel (after Clear).
     type("PersCarRegTB", QStringLiteral("AB12 CDE"));
     addTime(24, QStringLiteral("08:15"));
-    whenModal([](QWidget* dialog) {
-        QTest::mouseClick(child<QPushButton>(dialog, "cmdPersClear"), Qt::LeftButton);
-        QTest::mouseClick(child<QPushButton>(dialog, "cmdPersCancel"), Qt::LeftButton);
+    test::whenModal([](QWidget* dialog) {
+        test::click(dialog, "cmdPersClear");
+        test::click(dialog, "cmdPersCancel");
     });
     click("cmdPersDetail");
     EXPECT_EQ(text("PersCarRegTB"), u"AB12 CDE");
@@ -126,8 +126,8 @@ TEST_F(DeskFlow, detailDialogsEditTheBookingAndNothingIsMarkedSavedBehindTheOper
     EXPECT_EQ(columns(ann, 180, 18), "Leeds") << "Cancel after Clear put every field back";
 
     // The person visited, typed in the location dialog, makes another row's click ask first.
-    whenModal([](QWidget* dialog) {
-        keys(child<QLineEdit>(dialog, "LocVisitingTB"), QStringLiteral("Dr Ray"));
+    test::whenModal([](QWidget* dialog) {
+        test::keys(test::find<QLineEdit>(dialog, "LocVisitingTB"), QStringLiteral("Dr Ray"));
         static_cast<QDialog*>(dialog)->accept();
     });
     click("cmdLocDetail");
@@ -147,7 +147,7 @@ TEST_F(DeskFlow, passAfterARenameAsksAndKeepsTheOldPersonsBooking) {
     retype("FirstNameTB", QStringLiteral("Anna"));
     retype("CatOrganTB", QStringLiteral("Other Firm"));
     prompter.queue({Answer::Yes, Answer::Ok});
-    whenModal([](QWidget* pass) { static_cast<QDialog*>(pass)->reject(); });
+    test::whenModal([](QWidget* pass) { static_cast<QDialog*>(pass)->reject(); });
     click("cmdPass");
     EXPECT_EQ(prompter.texts(),
               (QStringList{u"The current booking for ANNA LEE has changed.\r\nDo you wish to save it? "_s,
@@ -372,9 +372,9 @@ TEST_F(DeskFlow, revokingAPassShowsItAndBlanksThePassColumns) {
     pause.onWait = [&] {
         shownDuringPause << label("PassPrntdLa");
     };
-    whenModal([&](QWidget* pass) {
+    test::whenModal([&](QWidget* pass) {
         prompter.queue(Answer::Yes);
-        QTest::mouseClick(child<QPushButton>(pass, "cmdRemovePass"), Qt::LeftButton);
+        test::click(pass, "cmdRemovePass");
     });
     click("cmdPass");
     EXPECT_TRUE(shownDuringPause.contains(u"Pass Revoked"_s)) << shownDuringPause.join(u'|').toStdString();
@@ -442,7 +442,7 @@ protected:
     void scan(const QString& typed) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_F2);
         ASSERT_EQ(QApplication::focusWidget(), find<QWidget>("ScanTB"));
-        keys(QApplication::focusWidget(), typed);
+        test::keys(QApplication::focusWidget(), typed);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     }
     QByteArray marks(const QByteArray& regNo) {

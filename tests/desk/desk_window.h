@@ -4,6 +4,7 @@
 #include "desk/main_window.h"
 #include "store/record_store.h"
 #include "test_desk.h"
+#include "widgets.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -55,26 +56,12 @@ protected:
         return *m_window;
     }
 
-    template <typename T = QWidget> T* find(const char* name) {
-        auto* w = window().findChild<T*>(QString::fromLatin1(name));
-        if (!w)
-            throw std::runtime_error(std::string("no widget named ") + name);
-        return w;
-    }
+    template <typename T = QWidget> T* find(const char* name) { return test::find<T>(&window(), name); }
     QString text(const char* name) { return find<QLineEdit>(name)->text(); }
     QString label(const char* name) { return find<QLabel>(name)->text(); }
     QString combo(const char* name) { return find<QComboBox>(name)->currentText(); }
 
-    void click(const char* name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
-    // Keys typed at the end of a box; characters beyond ASCII arrive as a keyboard layout sends them.
-    static void keys(QWidget* box, const QString& text) {
-        for (const QChar c : text) {
-            if (c.unicode() < 0x80)
-                QTest::keyClick(box, char(c.unicode()));
-            else
-                QTest::sendKeyEvent(QTest::Click, box, Qt::Key_unknown, QString(c), Qt::NoModifier);
-        }
-    }
+    void click(const char* name) { test::click(&window(), name); }
     void type(const char* name, const QString& text) {
         auto* box = find<QLineEdit>(name);
         box->setFocus();
@@ -133,25 +120,6 @@ protected:
         chooseTimeCell(day);
         pick("cbTime", hhmm);
         click("cmdADD");
-    }
-
-    // Runs act on the next modal window the desk opens (a detail dialog, the pass window), while the desk
-    // waits in its exec().
-    void whenModal(std::function<void(QWidget*)> act) {
-        auto poll = std::make_shared<std::function<void()>>();
-        *poll = [act, poll] {
-            if (QWidget* modal = QApplication::activeModalWidget())
-                act(modal);
-            else
-                QTimer::singleShot(10, *poll);
-        };
-        QTimer::singleShot(10, *poll);
-    }
-    template <typename T = QWidget> static T* child(QWidget* window, const char* name) {
-        auto* w = window->findChild<T*>(QString::fromLatin1(name));
-        if (!w)
-            throw std::runtime_error(std::string("no widget named ") + name);
-        return w;
     }
 
     // The lines of a month file ("2611"), without their CR LF.

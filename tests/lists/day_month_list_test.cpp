@@ -1,7 +1,5 @@
-#include "lists/list_table_model.h"
 #include "lists_fixture.h"
 
-#include <QBrush>
 #include <QDir>
 #include <QElapsedTimer>
 
@@ -50,40 +48,11 @@ TEST_F(DayListTest, listsBookedTimeOrCoveringPass_inFileOrder_withTheCellsAsStor
     EXPECT_EQ(desk.state.listMode, ListMode::Day);
     ASSERT_EQ(desk.state.ListedCount, 2);
     EXPECT_EQ(lists.table().gridRowCount(), 52);
-    EXPECT_EQ(row(0), (QStringList{u"240601090000"_s,
-                                   u"Ann"_s,
-                                   u"Lee"_s,
-                                   u"Acme Ltd"_s,
-                                   u"VISITOR"_s,
-                                   u"3"_s,
-                                   u"0123 456"_s,
-                                   u"09:30"_s,
-                                   {},
-                                   {},
-                                   {},
-                                   {},
-                                   {},
-                                   u"AB12 CDE"_s,
-                                   u"Mr Boss"_s,
-                                   u"SALES"_s,
-                                   u"x204"_s}));
-    EXPECT_EQ(row(1), (QStringList{u"240602090000"_s,
-                                   u"Bob"_s,
-                                   u"Ray"_s,
-                                   {},
-                                   {},
-                                   {},
-                                   {},
-                                   {},
-                                   u"14-06-2024"_s,
-                                   u"10-06-2024 at 9:15"_s,
-                                   u"1"_s,
-                                   u"Week"_s,
-                                   u"16-06-2024"_s,
-                                   {},
-                                   {},
-                                   {},
-                                   {}}));
+    EXPECT_EQ(row(0).join(u'|'),
+              u"240601090000|Ann|Lee|Acme Ltd|VISITOR|3|0123 456|09:30||||||AB12 CDE|Mr Boss|"
+              u"SALES|x204");
+    EXPECT_EQ(row(1).join(u'|'),
+              u"240602090000|Bob|Ray||||||14-06-2024|10-06-2024 at 9:15|1|Week|16-06-2024||||");
     EXPECT_EQ(cell(0, 3), u"Acme Ltd"_s.leftJustified(50, u' ')); // as stored
     EXPECT_EQ(lists.table().rowColour(1), 0xE0E0E0u);
 
@@ -171,12 +140,6 @@ TEST_F(MonthListTest, oneRowPerBookedDay_colouredAgainstTodayNotTheSelectedDay) 
         EXPECT_EQ(t.textColour(2, c), TextColour::Black) << c;
     }
     EXPECT_EQ(t.textColour(0, 0), TextColour::Black);
-    ListTableModel model;
-    model.setTable(t);
-    EXPECT_EQ(model.data(model.index(1, 2), Qt::ForegroundRole).value<QBrush>().color(), QColor(0, 0, 0xA0));
-    EXPECT_EQ(model.data(model.index(1, 2), Qt::BackgroundRole).value<QBrush>().color(),
-              QColor(0xE0, 0xE0, 0xE0));
-
     // Next month: everything is still to come.
     writeLines(u"Record/2407.vrf"_s, {handLine({{1, "240701090000"}, {1060, "0800"}})});
     select(0, "JULY", "2024");
@@ -188,7 +151,7 @@ TEST_F(MonthListTest, oneRowPerBookedDay_colouredAgainstTodayNotTheSelectedDay) 
 }
 
 // The bound only catches a gross slowdown: this also runs under AddressSanitizer on a busy machine.
-TEST_F(MonthListTest, aBusyMonthShowsInTheGridWithoutAGrossSlowdown) {
+TEST_F(MonthListTest, aBusyMonthIsListedWithoutAGrossSlowdown) {
     // 15,000 bookings with two booked days each.
     QByteArray bytes;
     for (int i = 0; i < 15000; ++i)
@@ -201,16 +164,12 @@ TEST_F(MonthListTest, aBusyMonthShowsInTheGridWithoutAGrossSlowdown) {
                  "\r\n";
     desk.folder.write(u"Record/2406.vrf"_s, bytes);
     select(0, "JUNE", "2024");
-    ListTableModel model;
-    lists.tableChanged = [&](const ListTable& t) {
-        model.setTable(t);
-    };
     QElapsedTimer timer;
     timer.start();
     lists.selectMonthRecord(dates);
     const qint64 ms = timer.elapsed();
-    EXPECT_EQ(model.rowCount(), 30050);
-    EXPECT_EQ(model.data(model.index(29999, 4), Qt::DisplayRole).toString(), u"16");
+    EXPECT_EQ(lists.table().gridRowCount(), 30050);
+    EXPECT_EQ(cell(29999, 4), u"16");
     EXPECT_LT(ms, 2000);
     RecordProperty("month_list_ms", int(ms));
 }

@@ -6,6 +6,7 @@
 #include "recording_opener.h"
 #include "store/record_store.h"
 #include "temp_data_folder.h"
+#include "widgets.h"
 
 #include <QApplication>
 #include <QCryptographicHash>
@@ -176,19 +177,17 @@ protected:
             b->click();
         };
 
-        press(window.findChild<QPushButton*>(QStringLiteral("cmdDayList")));
-        auto* grid = window.findChild<QTableView*>(QStringLiteral("StatGrid"));
+        press(test::find<QPushButton>(&window, "cmdDayList"));
+        auto* grid = test::find<QTableView>(&window, "StatGrid");
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
                           grid->visualRect(grid->model()->index(0, 1)).center());
         for (const char* name : kWritingButtons) {
-            auto* b = window.findChild<QPushButton*>(QString::fromLatin1(name));
-            if (!b)
-                continue;
+            auto* b = test::find<QPushButton>(&window, name);
             b->setEnabled(true);
             press(b);
         }
         // The list may have changed under the presses; open the booking again for its pass and photos.
-        press(window.findChild<QPushButton*>(QStringLiteral("cmdDayList")));
+        press(test::find<QPushButton>(&window, "cmdDayList"));
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
                           grid->visualRect(grid->model()->index(0, 1)).center());
         for (QPushButton* b : window.findChildren<QPushButton*>()) {
