@@ -1,3 +1,4 @@
+#include "child_process.h"
 #include "photos/photo_files.h"
 #include "photos/photo_manager.h"
 #include "test_desk.h"
@@ -71,15 +72,19 @@ TEST(PhotoList, listsBookingsWhosePhotoExistsByMonthDayOrText) {
     EXPECT_EQ(d.photos.find({u"2611"_s}, u"sons"_s).size(), 1);
 }
 
-TEST(PhotoList, readOnlyPhotoHasTheZeroFileTime) {
+// A photo its user may not write has no file time (as the old desk, which opened it for writing to read it).
+TEST(PhotoList, aPhotoThatCannotBeWrittenHasTheZeroFileTime) {
     PhotoDesk d;
     const QString path = d.folder.path(u"photo/2611/261103090000_Ada_Quist.bmp"_s);
-    QFile::setPermissions(path, QFileDevice::ReadOwner);
-    const PhotoFileTime t = photoFileTime(path);
-    if (QFile(path).open(QIODevice::ReadWrite))
-        GTEST_SKIP() << "running with rights that ignore file permissions";
-    EXPECT_EQ(t.date, u"01/01/1601");
-    EXPECT_FALSE(t.moment.isValid());
+    EXPECT_TRUE(photoFileTime(path).moment.isValid());
+    ASSERT_TRUE(QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::ReadOther));
+    d.folder.openToOtherUsers();
+    EXPECT_TRUE(test::inChildProcess(
+        [&] {
+            const PhotoFileTime t = photoFileTime(path);
+            return t.date == u"01/01/1601" && !t.moment.isValid();
+        },
+        true));
 }
 
 TEST(PhotoAge, boundaries) {
@@ -188,17 +193,21 @@ TEST(PhotoDelete, allListedReportsWhatRemains) {
     EXPECT_EQ(d.prompter.last().text, u"This will permanently delete ALL PHOTOS currently listed");
     EXPECT_TRUE(d.photoFiles("2611").isEmpty());
 
-    // A folder that refuses deletions leaves every photo in place.
+    // A folder that refuses its user deletions leaves every photo in place.
     PhotoDesk locked;
     const QList<PhotoRow> all = locked.photos.list({u"2611"_s});
-    const QString folder = locked.folder.path(u"photo/2611"_s);
-    QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
-    locked.prompter.queue(Answer::Ok);
-    const QString status = locked.photos.deleteListed(all);
-    QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    if (locked.photoFiles("2611").isEmpty())
-        GTEST_SKIP() << "running with rights that ignore folder permissions";
-    EXPECT_EQ(status, u"2 items could not be deleted, these may be locked or already removed");
+    ASSERT_TRUE(QFile::setPermissions(locked.folder.path(u"photo/2611"_s),
+                                      QFileDevice::ReadOwner | QFileDevice::ExeOwner |
+                                          QFileDevice::ReadOther | QFileDevice::ExeOther));
+    locked.folder.openToOtherUsers();
+    EXPECT_TRUE(test::inChildProcess(
+        [&] {
+            locked.prompter.queue(Answer::Ok);
+            return locked.photos.deleteListed(all) ==
+                   u"2 items could not be deleted, these may be locked or already removed";
+        },
+        true));
+    EXPECT_EQ(locked.photoFiles("2611").size(), 2);
 }
 
 TEST(PhotoManager, aReadOnlyDeskNeitherAttachesNorDeletes) {

@@ -30,6 +30,12 @@ bool TempDataFolder::exists(const QString& relative) const {
     return QFileInfo::exists(path(relative));
 }
 
+void TempDataFolder::openToOtherUsers() const {
+    QFile::setPermissions(m_dir.path(), QFile::permissions(m_dir.path()) | QFileDevice::ReadOther |
+                                            QFileDevice::ExeOther | QFileDevice::ReadGroup |
+                                            QFileDevice::ExeGroup);
+}
+
 QByteArray handLine(std::initializer_list<std::pair<int, const char*>> columns, int length) {
     QByteArray line(length, ' ');
     for (const auto& [column, text] : columns) {

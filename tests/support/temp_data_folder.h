@@ -18,6 +18,9 @@ public:
     void write(const QString& relative, const QByteArray& bytes) const;
     QByteArray read(const QString& relative) const;
     bool exists(const QString& relative) const;
+    // Lets other users through the throw-away folder (it is made for its owner only), as far as the modes of
+    // the files and folders inside let them.
+    void openToOtherUsers() const;
 
 private:
     QTemporaryDir m_dir;
