@@ -10,6 +10,7 @@
 
 using namespace porvane;
 using porvane::test::DeskWindow;
+using porvane::test::handColumns;
 using porvane::test::handLine;
 using namespace Qt::Literals::StringLiterals;
 
@@ -61,9 +62,9 @@ TEST_F(DeskFlow, aTypicalVisitFromBookingToDeparture) {
     ASSERT_EQ(lines.size(), 1);
     EXPECT_EQ(lines[0].size(), 1186);
     EXPECT_EQ(lines[0].left(12), "261123093015");
-    EXPECT_EQ(columns(lines[0], 14, 16) + '|' + columns(lines[0], 31, 18), "John|Smith");
-    EXPECT_EQ(columns(lines[0], 504, 20), "CONTRACTOR");
-    EXPECT_EQ(columns(lines[0], 550, 50), "Acme Widgets");
+    EXPECT_EQ(handColumns(lines[0], 14, 16) + '|' + handColumns(lines[0], 31, 18), "John|Smith");
+    EXPECT_EQ(handColumns(lines[0], 504, 20), "CONTRACTOR");
+    EXPECT_EQ(handColumns(lines[0], 550, 50), "Acme Widgets");
     EXPECT_EQ(bookedTime(lines[0], 23), "1000");
     EXPECT_EQ(text("RegNoTB"), u"261123093015");
     EXPECT_EQ(window().windowTitle(), u"Tarnwell Solutions Porvane 90  [ Record 261123093015 SAVED ]");
@@ -106,7 +107,7 @@ TEST_F(DeskFlow, detailDialogsEditTheBookingAndNothingIsMarkedSavedBehindTheOper
     click("cmdPersDetail");
     click("cmdSAVE");
     QByteArray ann = monthLines("2611")[0];
-    EXPECT_EQ(columns(ann, 246, 10) + '|' + columns(ann, 180, 18) + '|' + columns(ann, 257, 2),
+    EXPECT_EQ(handColumns(ann, 246, 10) + '|' + handColumns(ann, 180, 18) + '|' + handColumns(ann, 257, 2),
               "12-05-1980|Leeds|1");
 
     // Unsaved edits in the editor and the times grid outlive a dialog closed with Cancel (after Clear).
@@ -121,9 +122,9 @@ TEST_F(DeskFlow, detailDialogsEditTheBookingAndNothingIsMarkedSavedBehindTheOper
     EXPECT_EQ(timeCell(24), u"08:15");
     click("cmdSAVE");
     ann = monthLines("2611")[0];
-    EXPECT_EQ(columns(ann, 69, 10), "AB12 CDE");
+    EXPECT_EQ(handColumns(ann, 69, 10), "AB12 CDE");
     EXPECT_EQ(bookedTime(ann, 24), "0815");
-    EXPECT_EQ(columns(ann, 180, 18), "Leeds") << "Cancel after Clear put every field back";
+    EXPECT_EQ(handColumns(ann, 180, 18), "Leeds") << "Cancel after Clear put every field back";
 
     // The person visited, typed in the location dialog, makes another row's click ask first.
     test::whenModal([](QWidget* dialog) {
@@ -135,7 +136,7 @@ TEST_F(DeskFlow, detailDialogsEditTheBookingAndNothingIsMarkedSavedBehindTheOper
     clickRow(1);
     EXPECT_EQ(prompter.texts().value(0),
               u"The current booking for ANN LEE has changed.\r\nDo you wish to save it? ");
-    EXPECT_EQ(columns(monthLines("2611")[0], 758, 36), "Dr Ray");
+    EXPECT_EQ(handColumns(monthLines("2611")[0], 758, 36), "Dr Ray");
     EXPECT_EQ(text("RegNoTB"), u"261103080000");
 }
 
@@ -155,7 +156,7 @@ TEST_F(DeskFlow, passAfterARenameAsksAndKeepsTheOldPersonsBooking) {
     const QList<QByteArray> lines = monthLines("2611");
     ASSERT_EQ(lines.size(), 2);
     EXPECT_EQ(lines[0], kAnn) << "the old person's booking is untouched";
-    EXPECT_EQ(columns(lines[1], 14, 16) + '|' + columns(lines[1], 550, 50), "Anna|Other Firm");
+    EXPECT_EQ(handColumns(lines[1], 14, 16) + '|' + handColumns(lines[1], 550, 50), "Anna|Other Firm");
 
     // Cancel keeps the pass window shut and the edit on screen.
     retype("CatOrganTB", QStringLiteral("Third Firm"));
@@ -177,7 +178,7 @@ TEST_F(DeskFlow, aBookingLandsOnlyInTheMonthTheBoxesShow) {
         << "the booking's month stands out while the boxes show another";
     retype("CatOrganTB", QStringLiteral("Lee & Sons"));
     click("cmdSAVE");
-    EXPECT_EQ(columns(monthLines("2611")[0], 550, 50), "Lee & Sons")
+    EXPECT_EQ(handColumns(monthLines("2611")[0], 550, 50), "Lee & Sons")
         << "the update goes to the booking's month";
     EXPECT_EQ(combo("CBGetMonth"), u"NOVEMBER") << "the boxes follow the booking saved";
 
@@ -502,7 +503,7 @@ TEST_F(GateFlow, scanningAPassMarksInThenOutAndRefusesWhatIsNotOnTodaysList) {
     EXPECT_EQ(text("PersMobTB"), u"0777");
     prompter.queue(Answer::Yes);
     scan(u"261103080000"_s);
-    EXPECT_EQ(columns(monthLines("2611")[0], 52, 16), "0777") << "the edit was saved on the way";
+    EXPECT_EQ(handColumns(monthLines("2611")[0], 52, 16), "0777") << "the edit was saved on the way";
     EXPECT_EQ(marks("261103080000"), "10:30  -  ");
     EXPECT_EQ(text("RegNoTB"), u"261103080000");
 }

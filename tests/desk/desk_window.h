@@ -132,13 +132,6 @@ protected:
             l.chop(l.endsWith('\r') ? 1 : 0);
         return lines;
     }
-    // Columns of a stored line (1-based), trailing blanks cut.
-    static QByteArray columns(const QByteArray& line, int column, int width) {
-        QByteArray text = line.mid(column - 1, width);
-        while (text.endsWith(' '))
-            text.chop(1);
-        return text;
-    }
     // The booked time of a day in a stored line, as hhmm.
     static QByteArray bookedTime(const QByteArray& line, int day) {
         return line.mid(1059 + 4 * (day - 1), 4);

@@ -94,7 +94,7 @@ TEST_F(FullDisk, saveAndUpdateFailWithDiskFull_leaveTheMonthAndNoTemporaryFile_a
     ASSERT_TRUE(result.ok()) << result.error.text.toStdString();
     const QByteArray after = desk.folder.read(u"Record/2403.vrf"_s);
     EXPECT_EQ(after.size(), month.size() + 1188);
-    EXPECT_EQ(RecordLine(after).trimmed(Field::CarReg), u"typed");
+    EXPECT_EQ(handColumns(after, 69, 10), "typed");
 }
 
 // With no room even for the lock, the refusal names the full disk, not a permission the desk has.

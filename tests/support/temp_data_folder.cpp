@@ -48,4 +48,11 @@ QByteArray handLine(std::initializer_list<std::pair<int, const char*>> columns, 
     return line;
 }
 
+QByteArray handColumns(const QByteArray& line, int column, int width) {
+    QByteArray text = line.mid(column - 1, width);
+    while (text.endsWith(' '))
+        text.chop(1);
+    return text;
+}
+
 } // namespace porvane::test

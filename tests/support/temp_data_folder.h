@@ -28,5 +28,7 @@ private:
 
 // A record line laid out by hand: pads or cuts to 1186 columns after placing each (column, text) pair.
 QByteArray handLine(std::initializer_list<std::pair<int, const char*>> columns, int length = 1186);
+// What a line holds in `width` columns from `column` (1-based, as handLine counts), trailing blanks cut.
+QByteArray handColumns(const QByteArray& line, int column, int width);
 
 } // namespace porvane::test
