@@ -12,8 +12,9 @@ fixed-width text files in a data folder that several desks may share. porvane-ad
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# The camera runs through GStreamer's v4l2 source; without it the desk still works, without snapshots.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "gstreamer1.0-plugins-base, gstreamer1.0-plugins-good")
+# The camera runs through GStreamer's v4l2 source (without it the desk works, without snapshots), and
+# porvane-admin's db commands through the PostgreSQL driver of Qt Sql.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "gstreamer1.0-plugins-base, gstreamer1.0-plugins-good, libqt6sql6-psql")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_PREFIX /usr)
 # Installed through DESTDIR, so that the install rules see the package's own prefix (the desktop entry names
