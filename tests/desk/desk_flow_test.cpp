@@ -10,26 +10,20 @@
 
 using namespace porvane;
 using porvane::test::DeskWindow;
+using porvane::test::handBooking;
 using porvane::test::handColumns;
 using porvane::test::handLine;
+using porvane::test::slot;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 // Ann Lee, due today (23 November) at 09:30; Bob Ray due on the 22nd; Cy Day due today at 14:15.
-const QByteArray kAnn = handLine({{1, "261101080000"},
-                                  {14, "Ann"},
-                                  {31, "Lee"},
-                                  {504, "VISITOR"},
-                                  {525, "ENGINEERING"},
-                                  {550, "Lee & Co"},
-                                  {1060 + 4 * 22, "0930"}});
-const QByteArray kCy = handLine({{1, "261103080000"},
-                                 {14, "Cy"},
-                                 {31, "Day"},
-                                 {525, "SALES"},
-                                 {550, "Day plc"},
-                                 {1060 + 4 * 22, "1415"}});
+const QByteArray kAnn =
+    handBooking("261101080000", "Ann", "Lee",
+                {{504, "VISITOR"}, {525, "ENGINEERING"}, {550, "Lee & Co"}, {slot(23), "0930"}});
+const QByteArray kCy =
+    handBooking("261103080000", "Cy", "Day", {{525, "SALES"}, {550, "Day plc"}, {slot(23), "1415"}});
 
 class DeskFlow : public DeskWindow {
 protected:
@@ -190,15 +184,13 @@ TEST_F(DeskFlow, aBookingLandsOnlyInTheMonthTheBoxesShow) {
     EXPECT_FALSE(folder.exists(QStringLiteral("Record/2612.vrf")));
 
     // An October pass holder opened from the on-site list moves the boxes to October, in sight.
-    folder.write(QStringLiteral("Record/2610.vrf"), handLine({{1, "261030080000"},
-                                                              {14, "Oz"},
-                                                              {31, "Holt"},
-                                                              {525, "SALES"},
-                                                              {550, "Holt plc"},
-                                                              {936, "30-10-2026"},
-                                                              {947, "30-11-2026"},
-                                                              {958, "1M"},
-                                                              {969, "30-10-2026 at 08:00"}}) +
+    folder.write(QStringLiteral("Record/2610.vrf"), handBooking("261030080000", "Oz", "Holt",
+                                                                {{525, "SALES"},
+                                                                 {550, "Holt plc"},
+                                                                 {936, "30-10-2026"},
+                                                                 {947, "30-11-2026"},
+                                                                 {958, "1M"},
+                                                                 {969, "30-10-2026 at 08:00"}}) +
                                                         "\r\n");
     click("cmdDayList");
     for (int row = 0; row < grid()->model()->rowCount(); ++row)
@@ -236,12 +228,9 @@ TEST_F(DeskFlow, aDeletedBookingLeavesTheEditorAndCannotBeSavedAgain) {
 TEST_F(DeskFlow, theHighlightedRowIsAlwaysTheBookingInTheEditor) {
     QList<QByteArray> many;
     for (int i = 0; i < 40; ++i)
-        many << handLine({{1, QByteArray("2611010800").append(QByteArray::number(10 + i)).constData()},
-                          {14, "Vi"},
-                          {31, QByteArray("Sitor").append(QByteArray::number(10 + i)).constData()},
-                          {525, "SALES"},
-                          {550, "Firm Ltd"},
-                          {1060 + 4 * 22, "0900"}});
+        many << handBooking(QByteArray("2611010800").append(QByteArray::number(10 + i)).constData(), "Vi",
+                            QByteArray("Sitor").append(QByteArray::number(10 + i)).constData(),
+                            {{525, "SALES"}, {550, "Firm Ltd"}, {slot(23), "0900"}});
     QByteArray file;
     for (const QByteArray& l : many)
         file += l + "\r\n";
@@ -309,13 +298,8 @@ TEST_F(DeskFlow, inOnAWalkInBooksThemForTodayAndWritesTheArrival) {
 
 // ADD and SUB act on the chosen cell and keep it; Delete empties it; a booking opens on its last booked day.
 TEST_F(DeskFlow, timesGridKeepsItsCellAndShowsTheBookedDays) {
-    writeNovember({handLine({{1, "261101080000"},
-                             {14, "Ann"},
-                             {31, "Lee"},
-                             {525, "SALES"},
-                             {550, "Lee & Co"},
-                             {1060 + 4 * 22, "0930"},
-                             {1060 + 4 * 29, "1100"}})});
+    writeNovember({handBooking("261101080000", "Ann", "Lee",
+                               {{525, "SALES"}, {550, "Lee & Co"}, {slot(23), "0930"}, {slot(30), "1100"}})});
     openFromTodaysList(0);
     auto* times = find<QTableView>("TimeGrid");
     EXPECT_TRUE(times->viewport()->rect().intersects(times->visualRect(times->model()->index(29, 1))))
@@ -357,16 +341,14 @@ TEST_F(DeskFlow, realNamesAreTypedAsTheyAre) {
 
 // A pass revoked in the pass window is stored when the window closes, with "Pass Revoked" in sight meanwhile.
 TEST_F(DeskFlow, revokingAPassShowsItAndBlanksThePassColumns) {
-    writeNovember({handLine({{1, "261101080000"},
-                             {14, "Ann"},
-                             {31, "Lee"},
-                             {525, "SALES"},
-                             {550, "Lee & Co"},
-                             {936, "20-11-2026"},
-                             {947, "27-11-2026"},
-                             {958, "1W"},
-                             {969, "20-11-2026 at 08:00"},
-                             {1060 + 4 * 22, "0930"}})});
+    writeNovember({handBooking("261101080000", "Ann", "Lee",
+                               {{525, "SALES"},
+                                {550, "Lee & Co"},
+                                {936, "20-11-2026"},
+                                {947, "27-11-2026"},
+                                {958, "1W"},
+                                {969, "20-11-2026 at 08:00"},
+                                {slot(23), "0930"}})});
     openFromTodaysList(0);
     EXPECT_EQ(label("PassPrntdLa"), u"27-11-2026  1 Week");
     QStringList shownDuringPause;
@@ -414,23 +396,13 @@ namespace {
 
 // The gate's visitors besides Ann: Ed is due today on a pass that ended on the 20th; Fay's pass starts on the
 // 25th; Hal has neither a time today nor a pass.
-const QByteArray kEd = handLine({{1, "261102080000"},
-                                 {14, "Ed"},
-                                 {31, "Old"},
-                                 {525, "SALES"},
-                                 {550, "Old Ltd"},
-                                 {936, "01-11-2026"},
-                                 {947, "20-11-2026"},
-                                 {1060 + 4 * 22, "0800"}});
-const QByteArray kFay = handLine({{1, "261104080000"},
-                                  {14, "Fay"},
-                                  {31, "Soon"},
-                                  {525, "SALES"},
-                                  {550, "Soon Ltd"},
-                                  {936, "25-11-2026"},
-                                  {947, "30-11-2026"}});
-const QByteArray kHal =
-    handLine({{1, "261105080000"}, {14, "Hal"}, {31, "Lone"}, {525, "SALES"}, {550, "Lone Ltd"}});
+const QByteArray kEd = handBooking(
+    "261102080000", "Ed", "Old",
+    {{525, "SALES"}, {550, "Old Ltd"}, {936, "01-11-2026"}, {947, "20-11-2026"}, {slot(23), "0800"}});
+const QByteArray kFay =
+    handBooking("261104080000", "Fay", "Soon",
+                {{525, "SALES"}, {550, "Soon Ltd"}, {936, "25-11-2026"}, {947, "30-11-2026"}});
+const QByteArray kHal = handBooking("261105080000", "Hal", "Lone", {{525, "SALES"}, {550, "Lone Ltd"}});
 
 class GateFlow : public DeskFlow {
 protected:
@@ -555,10 +527,8 @@ TEST_F(GateFlow, onSiteCountsFiltersKeysAndTheEndOfDaySignOut) {
     EXPECT_EQ(grid()->model()->rowCount(), 3 + 50);
 
     // A heading click rebuilds the list from the file, then sorts by that column; a second click reverses.
-    writeNovember(
-        {kAnn, kCy, kEd, kFay, kHal,
-         handLine(
-             {{1, "261106080000"}, {14, "Bo"}, {31, "Abe"}, {550, "Abe Ltd"}, {1060 + 4 * 22, "1200"}})});
+    writeNovember({kAnn, kCy, kEd, kFay, kHal,
+                   handBooking("261106080000", "Bo", "Abe", {{550, "Abe Ltd"}, {slot(23), "1200"}})});
     QHeaderView* heading = grid()->horizontalHeader();
     const auto clickHeading = [&](int column) {
         QTest::mouseClick(heading->viewport(), Qt::LeftButton, {},

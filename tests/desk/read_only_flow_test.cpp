@@ -22,7 +22,9 @@
 #include <gtest/gtest.h>
 
 using namespace porvane;
+using porvane::test::handBooking;
 using porvane::test::handLine;
+using porvane::test::slot;
 
 namespace {
 
@@ -134,24 +136,19 @@ protected:
         state.settings.ckEnbl_RTC = QStringLiteral("0");
         state.urlOpener = &opener;
         // Two visitors due today; Al Bond holds a pass running until next week and has a photo.
-        folder.write(QStringLiteral("Record/2611.vrf"), handLine({{1, "261101080000"},
-                                                                  {14, "Al"},
-                                                                  {31, "Bond"},
-                                                                  {525, "ENGINEERING"},
-                                                                  {550, "Bond plc"},
-                                                                  {936, "20-11-2026"},
-                                                                  {947, "27-11-2026"},
-                                                                  {958, "1W"},
-                                                                  {969, "20-11-2026 at 08:00"},
-                                                                  {1060 + 4 * 22, "0900"}}) +
-                                                            "\r\n" +
-                                                            handLine({{1, "261102080000"},
-                                                                      {14, "Cy"},
-                                                                      {31, "Day"},
-                                                                      {525, "SALES"},
-                                                                      {550, "Day Ltd"},
-                                                                      {1060 + 4 * 22, "1000"}}) +
-                                                            "\r\n");
+        folder.write(QStringLiteral("Record/2611.vrf"),
+                     handBooking("261101080000", "Al", "Bond",
+                                 {{525, "ENGINEERING"},
+                                  {550, "Bond plc"},
+                                  {936, "20-11-2026"},
+                                  {947, "27-11-2026"},
+                                  {958, "1W"},
+                                  {969, "20-11-2026 at 08:00"},
+                                  {slot(23), "0900"}}) +
+                         "\r\n" +
+                         handBooking("261102080000", "Cy", "Day",
+                                     {{525, "SALES"}, {550, "Day Ltd"}, {slot(23), "1000"}}) +
+                         "\r\n");
         QImage photo(150, 200, QImage::Format_RGB888);
         photo.fill(Qt::darkCyan);
         QDir().mkpath(folder.path(QStringLiteral("photo/2611")));

@@ -19,11 +19,10 @@ constexpr int slot(int day) {
 
 // March 2024, laid out by hand: Ann comes on the 5th and the 20th, Bob on the 20th, Cy on the 5th; Dee's
 // line is cut short before the booked times.
-const QByteArray kAnn =
-    handLine({{1, "240301090000"}, {14, "Ann"}, {31, "Lee"}, {slot(5), "0900"}, {slot(20), "1000"}});
-const QByteArray kBob = handLine({{1, "240302090000"}, {14, "Bob"}, {31, "Ray"}, {slot(20), "1100"}});
-const QByteArray kCy = handLine({{1, "240303090000"}, {14, "Cy"}, {31, "Day"}, {slot(5), "1430"}});
-const QByteArray kDee = handLine({{1, "240304090000"}, {14, "Dee"}, {31, "Ng"}}, 900);
+const QByteArray kAnn = handBooking("240301090000", "Ann", "Lee", {{slot(5), "0900"}, {slot(20), "1000"}});
+const QByteArray kBob = handBooking("240302090000", "Bob", "Ray", {{slot(20), "1100"}});
+const QByteArray kCy = handBooking("240303090000", "Cy", "Day", {{slot(5), "1430"}});
+const QByteArray kDee = handBooking("240304090000", "Dee", "Ng", {}, 900);
 
 struct BulkDeletionTest : ListsFixture {
     BulkDeletion bulk{desk.state};

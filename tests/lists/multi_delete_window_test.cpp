@@ -24,10 +24,9 @@ namespace {
 // March 2024, booked times laid out by hand (the 5th at column 1076, the 6th at 1080, the 20th at 1136): Ann
 // comes on the 5th and the 20th, Bob on the 6th, Cy on the 5th.
 struct MultiDeleteWindowTest : ListsFixture {
-    const QByteArray ann =
-        handLine({{1, "240301090000"}, {14, "Ann"}, {31, "Lee"}, {1076, "0900"}, {1136, "1000"}});
-    const QByteArray bob = handLine({{1, "240302090000"}, {14, "Bob"}, {31, "Ray"}, {1080, "1000"}});
-    const QByteArray cy = handLine({{1, "240303090000"}, {14, "Cy"}, {31, "Day"}, {1076, "1430"}});
+    const QByteArray ann = handBooking("240301090000", "Ann", "Lee", {{slot(5), "0900"}, {slot(20), "1000"}});
+    const QByteArray bob = handBooking("240302090000", "Bob", "Ray", {{slot(6), "1000"}});
+    const QByteArray cy = handBooking("240303090000", "Cy", "Day", {{slot(5), "1430"}});
 
     MultiDeleteWindowTest() {
         select(15, "MARCH", "2024");
@@ -129,9 +128,8 @@ TEST_F(MultiDeleteWindowTest, mainWindowPurgeButton_followsTheSettings) {
 }
 
 TEST_F(MultiDeleteWindowTest, purgeFromTheMainWindow_showsTheResultInItsTitleAndRefreshesTheList) {
-    writeLines(u"Record/2406.vrf"_s,
-               {handLine({{1, "240601090000"}, {14, "Ann"}, {31, "Lee"}, {1116, "0900"}}),
-                handLine({{1, "240602090000"}, {14, "Bob"}, {31, "Ray"}, {1120, "1000"}})});
+    writeLines(u"Record/2406.vrf"_s, {handBooking("240601090000", "Ann", "Lee", {{slot(15), "0900"}}),
+                                      handBooking("240602090000", "Bob", "Ray", {{slot(16), "1000"}})});
     RecordStore records{desk.state};
     RecordStoreBooking store{records};
     MainWindow window(desk.state, store);

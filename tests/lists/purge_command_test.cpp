@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 using porvane::test::AdminRun;
+using porvane::test::handBooking;
 using porvane::test::handLine;
+using porvane::test::slot;
 using porvane::test::TempDataFolder;
 using namespace Qt::Literals::StringLiterals;
 
@@ -15,8 +17,8 @@ AdminRun purge(const TempDataFolder& folder, const QStringList& args, const QByt
     return porvane::test::runAdmin(folder, u"2024-06-15"_s, QStringList{u"purge"_s} + args, input);
 }
 
-const QByteArray kMarch = handLine({{1, "240301090000"}, {14, "Ann"}, {31, "Lee"}, {1076, "0900"}}) + "\r\n" +
-                          handLine({{1, "240302090000"}, {14, "Bob"}, {31, "Ray"}, {1080, "1000"}}) + "\r\n";
+const QByteArray kMarch = handBooking("240301090000", "Ann", "Lee", {{slot(5), "0900"}}) + "\r\n" +
+                          handBooking("240302090000", "Bob", "Ray", {{slot(6), "1000"}}) + "\r\n";
 
 TEST(PurgeCommand, yesDeletesWithoutAsking_andPrintsTheDesksResultText) {
     TempDataFolder folder;

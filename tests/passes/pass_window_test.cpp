@@ -44,15 +44,11 @@ QString run(const QString& program, const QStringList& args) {
 // 09:05 on 14 November 2026. Ada (open in the desk) and Bert are booked today, each with a photo on file:
 // Ada's blue, Bert's red.
 struct PassWindowDesk : test::TestDesk {
-    const QByteArray ada = test::handLine({{1, "261114090000"},
-                                           {14, "Ada"},
-                                           {31, "Quist"},
-                                           {525, "ENGINEERING"},
-                                           {550, "Quist Surveys"},
-                                           {989, "1"},
-                                           {1112, "0900"}});
-    const QByteArray bert = test::handLine(
-        {{1, "261114091500"}, {14, "Bert"}, {31, "Rowe"}, {550, "Rowe & Sons"}, {989, "1"}, {1112, "0915"}});
+    const QByteArray ada = test::handBooking(
+        "261114090000", "Ada", "Quist",
+        {{525, "ENGINEERING"}, {550, "Quist Surveys"}, {989, "1"}, {test::slot(14), "0900"}});
+    const QByteArray bert = test::handBooking("261114091500", "Bert", "Rowe",
+                                              {{550, "Rowe & Sons"}, {989, "1"}, {test::slot(14), "0915"}});
     int renders = 0;
 
     PassWindowDesk()

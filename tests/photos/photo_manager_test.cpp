@@ -9,7 +9,9 @@
 
 using namespace porvane;
 using namespace Qt::Literals::StringLiterals;
+using porvane::test::handBooking;
 using porvane::test::handLine;
+using porvane::test::slot;
 
 namespace {
 
@@ -21,15 +23,10 @@ struct PhotoDesk : test::TestDesk {
         // Two bookings of November, one with a time booked on the 14th.
         folder.write(
             u"Record/2611.vrf"_s,
-            handLine({{1, "261103090000"}, {14, "Ada"}, {31, "Quist"}, {550, "Quist Surveys"}}) + "\r\n" +
-                handLine({{1, "261105101010"},
-                          {14, "Bert"},
-                          {31, "Rowe"},
-                          {550, "Rowe & Sons"},
-                          {969, "14-11-2026 at 08:00"},
-                          {1060 + 4 * 13, "0930"}}) +
-                "\r\n" + handLine({{1, "261106111111"}, {14, "Cy"}, {31, "Nophoto"}, {550, "Elsewhere"}}) +
-                "\r\n");
+            handBooking("261103090000", "Ada", "Quist", {{550, "Quist Surveys"}}) + "\r\n" +
+                handBooking("261105101010", "Bert", "Rowe",
+                            {{550, "Rowe & Sons"}, {969, "14-11-2026 at 08:00"}, {slot(14), "0930"}}) +
+                "\r\n" + handBooking("261106111111", "Cy", "Nophoto", {{550, "Elsewhere"}}) + "\r\n");
         photo("photo/2611/261103090000_Ada_Quist.bmp", 5000);
         photo("photo/2611/261105101010_Bert_Rowe.bmp", 6000);
     }

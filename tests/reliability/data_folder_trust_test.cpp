@@ -48,7 +48,7 @@ QByteArray lockText(qint64 pid, const QString& host) {
 struct DataFolderTrust : ::testing::Test {
     TempDataFolder folder;
     QString month = folder.path(u"Record/2611.vrf"_s);
-    const QByteArray kLine = handLine({{1, "261105090000"}, {14, "Ann"}, {31, "Lee"}});
+    const QByteArray kLine = handBooking("261105090000", "Ann", "Lee");
 
     // Lets nobody into the folder and its data, as a shared folder lets in the other desks' users.
     void shareWithNobody() {
@@ -259,8 +259,8 @@ TEST_F(DataFolderTrust, leftoverTemporaryFilesGoWithTheNextChange) {
 // searched for as typed.
 TEST_F(DataFolderTrust, aSearchTextTheFilesCannotHoldIsRefused_notSearchedForAsQuestionMarks) {
     folder.write(u"Record/2611.vrf"_s,
-                 crLf({handLine({{1, "261105090000"}, {14, "????"}, {31, "??????"}, {1076, "0900"}}),
-                       handLine({{1, "261106090000"}, {14, "Jos\xe9"}, {31, "Lee"}, {1080, "0900"}})}));
+                 crLf({handBooking("261105090000", "????", "??????", {{slot(5), "0900"}}),
+                       handBooking("261106090000", "Jos\xe9", "Lee", {{slot(6), "0900"}})}));
     const AdminRun refused = runAdmin(folder, u"2026-11-20"_s,
                                       {u"search"_s, u"2026-11"_s, u"NAME"_s, u"\u041E\u043B\u0435\u0433"_s});
     EXPECT_EQ(refused.status, 1);

@@ -56,7 +56,7 @@ TEST(HostileNames, deletingBookingsWithHostileNamesRemovesNothingOutsideTheirPho
     QByteArray month;
     for (const QString& name : kHostile)
         if (!name.contains(u'\n')) // a line break would make two lines of it
-            month += handLine({{1, "240305090000"}, {14, name.toLatin1().constData()}, {31, "b"}}) + "\r\n";
+            month += handBooking("240305090000", name.toLatin1().constData(), "b") + "\r\n";
     desk.folder.write(u"Record/2403.vrf"_s, month);
     const QMap<QString, QByteArray> before = snapshot(desk.folder.appPath());
 

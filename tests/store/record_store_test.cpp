@@ -13,21 +13,19 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // Bookings of March 2024 laid out column by column.
-const QByteArray kAnn = handLine({{1, "240305090000"},
-                                  {14, "Ann"},
-                                  {31, "Lee"},
-                                  {525, "ENGINEERING"},
-                                  {550, "Acme Widgets"},
-                                  {936, "05-03-2024"},
-                                  {947, "06-03-2024"},
-                                  {958, "2D"},
-                                  {969, "05-03-2024 at 09:00"},
-                                  {989, "1"},
-                                  {991, "09:05"},
-                                  {996, "  -  "},
-                                  {1060 + 4 * 4, "0900"}});
-const QByteArray kBob = handLine({{1, "240305100000"}, {14, "Bob"}, {31, "Ray"}, {550, "Ray & Sons"}});
-const QByteArray kAnnTwin = handLine({{1, "240305090000"}, {14, "Annie"}, {31, "Lee"}});
+const QByteArray kAnn = handBooking("240305090000", "Ann", "Lee",
+                                    {{525, "ENGINEERING"},
+                                     {550, "Acme Widgets"},
+                                     {936, "05-03-2024"},
+                                     {947, "06-03-2024"},
+                                     {958, "2D"},
+                                     {969, "05-03-2024 at 09:00"},
+                                     {989, "1"},
+                                     {991, "09:05"},
+                                     {996, "  -  "},
+                                     {slot(5), "0900"}});
+const QByteArray kBob = handBooking("240305100000", "Bob", "Ray", {{550, "Ray & Sons"}});
+const QByteArray kAnnTwin = handBooking("240305090000", "Annie", "Lee");
 
 class RecordStoreTest : public ::testing::Test {
 protected:
@@ -63,14 +61,12 @@ TEST_F(RecordStoreTest, saveNew_makesRegNoFromClockAndBookingMonth_andAppendsOne
     const StoreResult result = store.SaveNewRecord(desk.state.record, u"2403"_s);
     ASSERT_TRUE(result.ok()) << result.error.text.toStdString();
     EXPECT_EQ(result.regNo, u"240314100507");
-    EXPECT_EQ(month(), crLf({kAnn, kBob.left(300),
-                             handLine({{1, "240314100507"},
-                                       {14, "John"},
-                                       {31, "Smith"},
-                                       {504, "VISITOR"},
-                                       {525, "ENGINEERING"},
-                                       {550, "Acme Widgets"},
-                                       {1064, "0930"}})}));
+    EXPECT_EQ(
+        month(),
+        crLf({kAnn, kBob.left(300),
+              handBooking(
+                  "240314100507", "John", "Smith",
+                  {{504, "VISITOR"}, {525, "ENGINEERING"}, {550, "Acme Widgets"}, {slot(2), "0930"}})}));
     EXPECT_TRUE(desk.prompter.messages().isEmpty()) << "the store never talks to the operator";
 }
 

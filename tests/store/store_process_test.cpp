@@ -32,7 +32,7 @@ const char* const kCountVar = "PORVANE_TEST_CHILD_COUNT";
 
 const QString kOwnRegNo = u"240301090000"_s;
 const QByteArray kOwnLine =
-    handLine({{1, "240301090000"}, {14, "Own"}, {31, "Booking"}, {525, "STORES"}, {550, "Desk Test"}});
+    handBooking("240301090000", "Own", "Booking", {{525, "STORES"}, {550, "Desk Test"}});
 
 // A desk of its own in a child process, on the data folder the parent named.
 struct ChildDesk {
@@ -264,10 +264,9 @@ TEST(StoreProcesses, fiveHundredKillsOfAWriterDuringSavesAndUpdates_alwaysLeaveO
     QList<QByteArray> others;
     QByteArray start = kOwnLine + "\r\n";
     for (int i = 0; i < 50; ++i) {
-        others.append(handLine(
-            {{1, (u"2403%1"_s.arg(i % 28 + 1, 2, 10, QChar(u'0')) + u"120000"_s).toLatin1().constData()},
-             {14, "Other"},
-             {31, QByteArray::number(i).constData()}}));
+        others.append(handBooking(
+            (u"2403%1"_s.arg(i % 28 + 1, 2, 10, QChar(u'0')) + u"120000"_s).toLatin1().constData(), "Other",
+            QByteArray::number(i).constData()));
         start += others.last() + "\r\n";
     }
     folder.write(u"Record/2403.vrf"_s, start);

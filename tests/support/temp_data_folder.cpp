@@ -36,16 +36,37 @@ void TempDataFolder::openToOtherUsers() const {
                                             QFileDevice::ExeGroup);
 }
 
-QByteArray handLine(std::initializer_list<std::pair<int, const char*>> columns, int length) {
+namespace {
+
+void place(QByteArray& line, int column, const QByteArray& text) {
+    if (line.size() < column - 1 + text.size())
+        line.resize(column - 1 + text.size(), ' ');
+    line.replace(column - 1, text.size(), text);
+}
+
+} // namespace
+
+QByteArray handLine(HandColumns columns, int length) {
     QByteArray line(length, ' ');
-    for (const auto& [column, text] : columns) {
-        const QByteArray bytes(text);
-        if (line.size() < column - 1 + bytes.size())
-            line.resize(column - 1 + bytes.size(), ' ');
-        line.replace(column - 1, bytes.size(), bytes);
-    }
+    for (const auto& [column, text] : columns)
+        place(line, column, text);
     line.truncate(length);
     return line;
+}
+
+QByteArray handBooking(const char* regNo, const char* first, const char* last, HandColumns more, int length) {
+    QByteArray line = handLine({{1, regNo}, {14, first}, {31, last}}, std::max(length, 48));
+    for (const auto& [column, text] : more)
+        place(line, column, text);
+    line.truncate(length);
+    return line;
+}
+
+QByteArray crLf(std::initializer_list<QByteArray> lines) {
+    QByteArray out;
+    for (const QByteArray& l : lines)
+        out += l + "\r\n";
+    return out;
 }
 
 QByteArray handColumns(const QByteArray& line, int column, int width) {
