@@ -74,20 +74,6 @@ TEST(AppPath, newHomeGetsMissingResourcesButKeepsItsOwnEdits_andNeverAnotherInst
     EXPECT_TRUE(QFileInfo::exists(home.filePath(QStringLiteral("PorvaneDocs/index.html"))));
 }
 
-TEST(SingleInstance, secondHolderIsRefusedUntilTheFirstEnds) {
-    QTemporaryDir dir;
-    const QString lock = dir.filePath(QStringLiteral("porvane.lock"));
-    {
-        SingleInstance first(lock);
-        ASSERT_TRUE(first.acquire());
-        EXPECT_TRUE(first.acquire()) << "asking again keeps the claim";
-        SingleInstance second(lock);
-        EXPECT_FALSE(second.acquire());
-    }
-    SingleInstance third(lock);
-    EXPECT_TRUE(third.acquire());
-}
-
 TEST(SingleInstance, lockOfAnotherRunningProgramRefusesAndDeadOneIsTakenOver) {
     QTemporaryDir dir;
     const QString lock = dir.filePath(QStringLiteral("porvane.lock"));

@@ -30,23 +30,6 @@ const QStringList kDepartments =
 
 } // namespace
 
-// The installed pick lists, read as the main window and the location dialog read them: each list gets its
-// own section's entries and nothing of the section after it.
-TEST(ShippedPickLists, eachListHoldsOnlyItsOwnSection) {
-    const PickLists main = LoadMainPickLists(kShipped);
-    EXPECT_EQ(main.first, listed({"VISITOR", "CONTRACTOR", "DELIVERY", "INTERVIEW", "MAINTENANCE", "SUPPLIER",
-                                  "AUDITOR", "TRAINEE"}));
-    EXPECT_EQ(main.second, kDepartments);
-    const PickLists detail = LoadDetailPickLists(kShipped);
-    EXPECT_EQ(detail.first,
-              listed({"Meeting", "Site survey", "Electrical work", "Plumbing", "Heating and ventilation",
-                      "Building maintenance", "Cleaning", "IT and telephone work", "Equipment installation",
-                      "Goods delivery or collection", "Inspection or audit", "Training"}));
-    EXPECT_EQ(detail.second, listed({"Reception only", "Offices", "Meeting rooms", "Canteen", "Workshop",
-                                     "Warehouse", "Production floor", "Laboratory", "Plant room", "Roof",
-                                     "Whole site (escorted)", "Whole site (unescorted)"}));
-}
-
 TEST(DemoOffer, asksFirst_fillsOnlyAnEmptyMonth_andSaysWhatItMade) {
     TestDesk desk{QDateTime(QDate(2026, 11, 23), QTime(9, 30))};
     const QString lists = pickListsPath(desk.state.AppPath);

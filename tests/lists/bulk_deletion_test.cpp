@@ -74,25 +74,6 @@ TEST_F(BulkDeletionTest, nothingMatched_asksNothingAndRewritesNothing) {
     EXPECT_TRUE(desk.folder.exists(u"Record/2404.vrf"_s));
 }
 
-TEST_F(BulkDeletionTest, wholeMonth_leavesAnEmptyFile_soTheMonthListShowsNoRowsAndNoMessage) {
-    desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn, kBob}));
-    desk.folder.write(u"Record/2404.vrf"_s, crLf({kCy}));
-    const BulkDeletion::Outcome outcome = run("All Days", "MARCH", "2024", {Answer::Yes}, "NAME", u"   "_s);
-    EXPECT_EQ(desk.prompter.last().text, u"DELETE ALL BOOKINGS for the Entire MONTH of MARCH 2024.\r\n"
-                                         u"That removes 2 bookings.\r\nDo you wish to proceed?");
-    EXPECT_EQ(outcome.resultText, u"All Bookings for MARCH 2024 Deleted");
-    EXPECT_TRUE(desk.folder.exists(u"Record/2403.vrf"_s));
-    EXPECT_EQ(march(), QByteArray());
-    EXPECT_EQ(desk.folder.read(u"Record/2404.vrf"_s), crLf({kCy}));
-    expectPhotoAndStatusKept();
-
-    desk.prompter.clear();
-    select(0, "MARCH", "2024");
-    EXPECT_EQ(lists.selectMonthRecord(dates), GridLists::Outcome::Listed);
-    EXPECT_EQ(lists.table().listedCount(), 0);
-    EXPECT_TRUE(desk.prompter.messages().isEmpty());
-}
-
 TEST_F(BulkDeletionTest, wholeYear_removesThatYearsMonthFilesOnly) {
     for (const char* name : {"Record/2401.vrf", "Record/2412.vrf", "Record/2501.vrf", "Record/1412.vrf"})
         desk.folder.write(QString::fromLatin1(name), crLf({kAnn}));

@@ -118,15 +118,6 @@ TEST_F(MultiDeleteWindowTest, aFailureIsShownAndTheWindowStaysOpen) {
     EXPECT_TRUE(desk.prompter.last().text.endsWith(u" (error 53)."));
 }
 
-// Switched off, the main window's button cannot be pressed; enabled, it opens the window (the test below).
-TEST_F(MultiDeleteWindowTest, mainWindowPurgeButton_followsTheSettings) {
-    RecordStore records{desk.state};
-    RecordStoreBooking store{records};
-    desk.state.settings.ckDisMultiD = u"1"_s;
-    MainWindow window(desk.state, store);
-    EXPECT_FALSE(find<QPushButton>(&window, "cmdMultiDELETE")->isEnabled());
-}
-
 TEST_F(MultiDeleteWindowTest, purgeFromTheMainWindow_showsTheResultInItsTitleAndRefreshesTheList) {
     writeLines(u"Record/2406.vrf"_s, {handBooking("240601090000", "Ann", "Lee", {{slot(15), "0900"}}),
                                       handBooking("240602090000", "Bob", "Ray", {{slot(16), "1000"}})});

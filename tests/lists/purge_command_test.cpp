@@ -6,6 +6,7 @@
 using porvane::test::AdminRun;
 using porvane::test::handBooking;
 using porvane::test::handLine;
+using porvane::test::runAdmin;
 using porvane::test::slot;
 using porvane::test::TempDataFolder;
 using namespace Qt::Literals::StringLiterals;
@@ -52,6 +53,12 @@ TEST(PurgeCommand, withoutYesAsksOnTheTerminal_andOnlyYDeletes) {
     ASSERT_EQ(r.status, 0) << r.err.toStdString();
     EXPECT_EQ(r.out, u"All Bookings for MARCH 2024 Deleted\n");
     EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), QByteArray());
+    // The emptied month is a month without bookings: its list shows no rows and says nothing.
+    const AdminRun list =
+        runAdmin(folder, u"2024-06-15"_s, {u"--csv"_s, u"list"_s, u"month"_s, u"2024-03"_s});
+    EXPECT_EQ(list.status, 0);
+    EXPECT_EQ(list.outLines().size(), 1) << list.out.toStdString();
+    EXPECT_TRUE(list.err.isEmpty()) << list.err.toStdString();
 }
 
 TEST(PurgeCommand, wrongArgumentsAreUsageErrors_andFailuresExitOne) {

@@ -206,17 +206,3 @@ TEST(PhotoDelete, allListedReportsWhatRemains) {
         true));
     EXPECT_EQ(locked.photoFiles("2611").size(), 2);
 }
-
-TEST(PhotoManager, aReadOnlyDeskNeitherAttachesNorDeletes) {
-    PhotoDesk d;
-    d.state.settings.ckMakeSysRdO = u"1"_s;
-    d.current("261201080000", "Ada", "Quist", "Quist Surveys");
-    const QList<PhotoRow> rows = d.photos.list({u"2611"_s});
-    ASSERT_EQ(rows.size(), 2) << "listing still works";
-    EXPECT_FALSE(d.photos.attach(rows.at(0)));
-    EXPECT_TRUE(d.photos.deleteOne(rows.at(0)).isEmpty());
-    EXPECT_TRUE(d.photos.deleteListed(rows).isEmpty());
-    EXPECT_TRUE(d.prompter.messages().isEmpty());
-    EXPECT_EQ(d.photoFiles("2611").size(), 2);
-    EXPECT_FALSE(d.folder.exists(u"photo/2612"_s));
-}

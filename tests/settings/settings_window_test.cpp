@@ -100,15 +100,6 @@ TEST_F(SettingsWindowTest, helpKeyOpensTheFoldersPageOnTheFoldersTabAndTheModesP
                                   u"ModesOfOperation2.html"_s}));
 }
 
-TEST_F(SettingsWindowTest, folderBoxesFollowTheNetworkPathsOption) {
-    SettingsWindow window(state);
-    auto* data = find<QLineEdit>(&window, "txtDataPath");
-    EXPECT_TRUE(data->isEnabled());
-    find<QCheckBox>(&window, "ckEnblNetPaths")->click();
-    EXPECT_FALSE(data->isEnabled());
-    EXPECT_FALSE(find<QPushButton>(&window, "cmdBrowseSystem")->isEnabled());
-}
-
 TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRules) {
     // LF and CR LF lines mixed; a blank line ends the category list.
     writePickLists("; site lists\r\n"
@@ -117,6 +108,8 @@ TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRul
                    "CONTRACTOR  \r\n"
                    "\r\n"
                    "AFTER BLANK\r\n"
+                   "[DESCRIPTION]\n"
+                   "CONTRACTOR\n" // the same entry in another list stays
                    "[SELECTACCESS]\n");
     SettingsWindow window(state);
     auto* chooser = find<QComboBox>(&window, "cbEditList");
@@ -155,6 +148,8 @@ TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRul
                                                                               "COURIER\r\n"
                                                                               "\r\n"
                                                                               "AFTER BLANK\r\n"
+                                                                              "[DESCRIPTION]\r\n"
+                                                                              "CONTRACTOR\r\n"
                                                                               "[SELECTACCESS]\r\n"
                                                                               "Gate 1\r\n"));
     EXPECT_TRUE(window.pickListsChanged());
