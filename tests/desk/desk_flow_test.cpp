@@ -12,7 +12,6 @@ using namespace porvane;
 using porvane::test::DeskWindow;
 using porvane::test::handBooking;
 using porvane::test::handColumns;
-using porvane::test::handLine;
 using porvane::test::slot;
 using namespace Qt::Literals::StringLiterals;
 

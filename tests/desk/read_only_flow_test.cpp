@@ -9,9 +9,7 @@
 #include "widgets.h"
 
 #include <QApplication>
-#include <QCryptographicHash>
 #include <QDialog>
-#include <QDirIterator>
 #include <QImage>
 #include <QLineEdit>
 #include <QPointer>
@@ -23,7 +21,6 @@
 
 using namespace porvane;
 using porvane::test::handBooking;
-using porvane::test::handLine;
 using porvane::test::slot;
 
 namespace {
@@ -38,23 +35,6 @@ public:
     }
     QStringList texts;
 };
-
-// Every file under the folder by its relative path, with a hash of its content; lock files left behind and
-// new folders show up too.
-QMap<QString, QByteArray> snapshot(const QString& folder) {
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        QFile f(path);
-        const QByteArray hash = it.fileInfo().isDir() || !f.open(QIODevice::ReadOnly)
-                                    ? QByteArray("dir")
-                                    : QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256);
-        files.insert(QDir(folder).relativeFilePath(path), hash);
-    }
-    return files;
-}
 
 // The paths whose content, or presence, differs.
 QStringList changedFiles(const QMap<QString, QByteArray>& before, const QMap<QString, QByteArray>& after) {
@@ -209,10 +189,10 @@ protected:
 
 TEST_F(DeskOverData, readOnlyDeskChangesNoFileWhateverIsPressed) {
     state.settings.ckMakeSysRdO = QStringLiteral("1");
-    const auto before = snapshot(folder.dataPath());
+    const auto before = folder.contents();
     const QStringList pressed = pressEverything();
 
-    const QStringList changed = changedFiles(before, snapshot(folder.dataPath()));
+    const QStringList changed = changedFiles(before, folder.contents());
     EXPECT_TRUE(changed.isEmpty()) << changed.join(u' ').toStdString();
     // The presses reached the pass and photo windows and their writing buttons.
     for (const char* name :
@@ -225,7 +205,7 @@ TEST_F(DeskOverData, readOnlyDeskChangesNoFileWhateverIsPressed) {
 // The same presses on a desk that may write change the data, so the check above can fail.
 TEST_F(DeskOverData, theSamePressesOnAWritableDeskDoChangeFiles) {
     state.settings.ckMakeSysRdO = QStringLiteral("0");
-    const auto before = snapshot(folder.dataPath());
+    const auto before = folder.contents();
     pressEverything();
-    EXPECT_FALSE(changedFiles(before, snapshot(folder.dataPath())).isEmpty());
+    EXPECT_FALSE(changedFiles(before, folder.contents()).isEmpty());
 }

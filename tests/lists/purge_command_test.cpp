@@ -5,7 +5,6 @@
 
 using porvane::test::AdminRun;
 using porvane::test::handBooking;
-using porvane::test::handLine;
 using porvane::test::runAdmin;
 using porvane::test::slot;
 using porvane::test::TempDataFolder;

@@ -9,8 +9,6 @@
 
 using porvane::test::AdminRun;
 using porvane::test::handBooking;
-using porvane::test::handLine;
-using porvane::test::slot;
 using porvane::test::TempDataFolder;
 using namespace Qt::Literals::StringLiterals;
 

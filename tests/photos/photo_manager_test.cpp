@@ -10,7 +10,6 @@
 using namespace porvane;
 using namespace Qt::Literals::StringLiterals;
 using porvane::test::handBooking;
-using porvane::test::handLine;
 using porvane::test::slot;
 
 namespace {

@@ -5,7 +5,6 @@
 
 using namespace porvane;
 using porvane::test::handBooking;
-using porvane::test::handLine;
 using porvane::test::slot;
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,6 +1,7 @@
 #include "temp_data_folder.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
@@ -28,6 +29,19 @@ QByteArray TempDataFolder::read(const QString& relative) const {
 
 bool TempDataFolder::exists(const QString& relative) const {
     return QFileInfo::exists(path(relative));
+}
+
+QMap<QString, QByteArray> TempDataFolder::contents(const QString& folder) const {
+    const QDir root(folder.isEmpty() ? dataPath() : folder);
+    QMap<QString, QByteArray> found;
+    QDirIterator it(root.path(), QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        QFile f(it.next());
+        const bool isFile = it.fileInfo().isFile() && f.open(QIODevice::ReadOnly);
+        found.insert(root.relativeFilePath(f.fileName()), isFile ? f.readAll() : QByteArray("<folder>"));
+    }
+    return found;
 }
 
 void TempDataFolder::openToOtherUsers() const {

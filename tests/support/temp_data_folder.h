@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -18,6 +19,9 @@ public:
     void write(const QString& relative, const QByteArray& bytes) const;
     QByteArray read(const QString& relative) const;
     bool exists(const QString& relative) const;
+    // Every folder and file under `folder` (the data folder when empty) by its path below it, with each
+    // file's bytes: whatever is made, changed or removed shows as a difference.
+    QMap<QString, QByteArray> contents(const QString& folder = {}) const;
     // Lets other users through the throw-away folder (it is made for its owner only), as far as the modes of
     // the files and folders inside let them.
     void openToOtherUsers() const;
