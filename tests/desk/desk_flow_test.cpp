@@ -4,6 +4,7 @@
 #include "pdf_text.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QHeaderView>
 #include <QPrinterInfo>
 #include <QScrollBar>
@@ -131,6 +132,36 @@ TEST_F(DeskFlow, detailDialogsEditTheBookingAndNothingIsMarkedSavedBehindTheOper
               u"The current booking for ANN LEE has changed.\r\nDo you wish to save it? ");
     EXPECT_EQ(handColumns(monthLines("2611")[0], 758, 36), "Dr Ray");
     EXPECT_EQ(text("RegNoTB"), u"261103080000");
+}
+
+// With its month file unreadable, or the data folder gone, SAVE says what failed and why; the booking stays
+// in the editor and is saved once the folder is back.
+TEST_F(DeskFlow, dataFolderRemovedOrUnreadable_saveSaysWhyAndTheBookingStaysInTheEditor) {
+    writeNovember({kAnn});
+    openFromTodaysList(0);
+    retype("CatOrganTB", QStringLiteral("Lee & Sons"));
+    const QString month = folder.path(QStringLiteral("Record/2611.vrf"));
+    ASSERT_TRUE(QFile::remove(month) && QDir().mkdir(month)); // a folder where the month file belongs
+    prompter.clear();
+    click("cmdSAVE");
+    EXPECT_EQ(prompter.texts(),
+              QStringList{u"The booking could not be saved: Not a data file (a link, folder, "
+                          u"pipe or device): %1 (error 75).\r\nThe booking is still in the "
+                          u"editor."_s.arg(month)});
+    EXPECT_EQ(text("CatOrganTB"), u"Lee & Sons");
+
+    ASSERT_TRUE(QDir(folder.dataPath()).removeRecursively());
+    prompter.clear();
+    prompter.queue(Answer::No); // NEW: the changed booking is not saved
+    typeNewBooking(QStringLiteral("Dee"), QStringLiteral("Fox"), QStringLiteral("Fox Ltd"));
+    click("cmdSAVE");
+    EXPECT_EQ(prompter.texts().value(1),
+              u"The booking could not be saved: Path not found: %1 (error 76).\r\nThe "
+              u"booking is still in the editor."_s.arg(folder.dataPath()));
+    EXPECT_EQ(text("FirstNameTB") + u' ' + text("LastNameTB"), u"Dee Fox");
+    QDir().mkpath(folder.path(QStringLiteral("Record")));
+    click("cmdSAVE");
+    EXPECT_EQ(handColumns(monthLines("2611").value(0), 14, 16), "Dee");
 }
 
 // A renamed booking goes through the save decision before its pass: the old booking stays, a second is made,
