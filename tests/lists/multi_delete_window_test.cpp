@@ -106,18 +106,6 @@ TEST_F(MultiDeleteWindowTest, aTextTheFilesCannotHold_isRefused) {
     EXPECT_EQ(march(), ann + "\r\n" + bob + "\r\n" + cy + "\r\n");
 }
 
-TEST_F(MultiDeleteWindowTest, aFailureIsShownAndTheWindowStaysOpen) {
-    MultiDeleteWindow window(desk.state, dates);
-    window.show();
-    find<QComboBox>(&window, "CBMDELMonth")->setCurrentText(u"APRIL"_s); // no file for April
-    find<QComboBox>(&window, "CBMDELDay")->setCurrentText(u"2"_s);
-    find<QPushButton>(&window, "cmdMDELDelete")->click();
-    EXPECT_TRUE(window.isVisible());
-    ASSERT_EQ(desk.prompter.messages().size(), 1);
-    EXPECT_TRUE(desk.prompter.last().text.startsWith(u"Nothing was deleted: File not found: "));
-    EXPECT_TRUE(desk.prompter.last().text.endsWith(u" (error 53)."));
-}
-
 TEST_F(MultiDeleteWindowTest, purgeFromTheMainWindow_showsTheResultInItsTitleAndRefreshesTheList) {
     writeLines(u"Record/2406.vrf"_s, {handBooking("240601090000", "Ann", "Lee", {{slot(15), "0900"}}),
                                       handBooking("240602090000", "Bob", "Ray", {{slot(16), "1000"}})});
