@@ -37,6 +37,12 @@ QString spelled(const QCommandLineOption& option) {
     return text;
 }
 
+// "pass REGNO [--count N] ...": a command with its arguments.
+QString spelled(const Command& command) {
+    return QString::fromLatin1(command.name) + (*command.synopsis ? u" "_s : QString()) +
+           QString::fromLatin1(command.synopsis);
+}
+
 } // namespace
 
 void printUsage(QTextStream& out, const Command* command) {
@@ -45,10 +51,7 @@ void printUsage(QTextStream& out, const Command* command) {
     out << "usage: porvane-admin";
     for (const QCommandLineOption& o : all.first(all.size() - 1)) // all but the help
         out << " [" << spelled(o) << ']';
-    if (command)
-        out << ' ' << command->name << (*command->synopsis ? " " : "") << command->synopsis << '\n';
-    else
-        out << " COMMAND [ARGS]\n";
+    out << ' ' << (command ? spelled(*command) : u"COMMAND [ARGS]"_s) << '\n';
     out << "options:\n";
     for (const QCommandLineOption& o : all)
         out << "  " << spelled(o).leftJustified(20) << ' ' << o.description() << '\n';
@@ -59,7 +62,7 @@ void printUsage(QTextStream& out, const Command* command) {
     if (commands.empty())
         out << "  none in this build\n";
     for (const Command& c : commands)
-        out << "  " << c.name << (*c.synopsis ? " " : "") << c.synopsis << '\n';
+        out << "  " << spelled(c) << '\n';
 }
 
 int usageError(const QString& why) {
