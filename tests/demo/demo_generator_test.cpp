@@ -31,13 +31,6 @@ QList<QByteArray> linesOf(const QByteArray& file) {
 
 } // namespace
 
-TEST(DemoGenerator, sameSeedGivesSameFilesAndAnotherSeedDiffers) {
-    EXPECT_EQ(DemoGenerator(februaryLeapYear(7)).monthFile(1),
-              DemoGenerator(februaryLeapYear(7)).monthFile(1));
-    EXPECT_NE(DemoGenerator(februaryLeapYear(7)).monthFile(1),
-              DemoGenerator(februaryLeapYear(8)).monthFile(1));
-}
-
 TEST(DemoGenerator, linesAreWellFormedBookingsOfTheirMonth) {
     const DemoGenerator gen(februaryLeapYear(3));
     const QList<QByteArray> lines = linesOf(gen.monthFile(0));

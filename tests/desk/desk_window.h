@@ -26,13 +26,11 @@ namespace porvane::test {
 // A pause that lets the test look at the window at the moment the desk waits.
 class WatchedPause final : public Pause {
 public:
-    void wait(double seconds) override {
-        total += seconds;
+    void wait(double) override {
         if (onWait)
             onWait();
     }
     std::function<void()> onWait;
-    double total = 0;
 };
 
 // The desk's real main window over a throw-away data folder and the real record store, driven as an

@@ -41,17 +41,6 @@ TEST(RecordLine, readsFieldsAtTheirColumns_andWritesBackByteForByteWhatItRead) {
     EXPECT_EQ(record[Field::TimeOffSite], u"  -  ");
 }
 
-TEST(RecordLine, shortLineReadsAsBlanksInItsMissingColumns) {
-    const QByteArray bytes = handBooking("240301120000", "Ann", "Lee", {}, 40);
-    CurrentRecord record;
-    record[Field::Organisation] = u"left over"_s;
-    decodeRecordLine(RecordLine(bytes), record);
-    EXPECT_EQ(record[Field::LastName], u"Lee");
-    EXPECT_TRUE(record[Field::Organisation].isEmpty());
-    EXPECT_EQ(record[Field::TimeOnSite], u"  -  ");
-    EXPECT_TRUE(RecordLine(bytes).bookedSlot(1).isEmpty());
-}
-
 // Long values are cut, odd characters replaced, and times kept as their first two and last two characters:
 // nothing shifts a column or splits the line.
 TEST(RecordLine, oddAndLongValuesNeverShiftColumnsOrSplitTheLine) {
