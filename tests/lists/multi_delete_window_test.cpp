@@ -86,26 +86,6 @@ TEST_F(MultiDeleteWindowTest, aDay_saysHowManyWholeBookingsGoWithTheirOtherDays)
               u"Tarnwell Solutions Porvane 90  [ 2 Records Deleted for the 5 of MARCH 2024 ]");
 }
 
-// A text that Windows-1252 cannot hold would match every "?" the files hold in its place.
-TEST_F(MultiDeleteWindowTest, aTextTheFilesCannotHold_isRefused) {
-    MultiDeleteWindow window(desk.state, dates);
-    window.show();
-    find<QComboBox>(&window, "CBDListBy")->setCurrentText(u"NAME"_s);
-    EXPECT_EQ(find<QLabel>(&window, "laDListBy")->text(), u"Find Visitor by:");
-    EXPECT_EQ(find<QLabel>(&window, "laDFind")->text(), u"Enter Name");
-    auto* text = find<QLineEdit>(&window, "DFindTB");
-    text->setFocus();
-    QTest::sendKeyEvent(QTest::Click, text, Qt::Key_unknown, u"\u0141"_s, Qt::NoModifier);
-    QTest::keyClicks(text, u"ukasz"_s);
-    click(&window, "cmdMDELDelete");
-    EXPECT_EQ(desk.prompter.texts(),
-              QStringList{u"The text [ \u0141ukasz ] has a character that the booking "
-                          u"files cannot hold, so no booking can contain it. Nothing was "
-                          u"deleted."_s});
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(march(), ann + "\r\n" + bob + "\r\n" + cy + "\r\n");
-}
-
 TEST_F(MultiDeleteWindowTest, purgeFromTheMainWindow_showsTheResultInItsTitleAndRefreshesTheList) {
     writeLines(u"Record/2406.vrf"_s, {handBooking("240601090000", "Ann", "Lee", {{slot(15), "0900"}}),
                                       handBooking("240602090000", "Bob", "Ray", {{slot(16), "1000"}})});
