@@ -1,8 +1,10 @@
 #include "admin/admin_session.h"
 
+#include "admin/command_line.h"
 #include "app/app_paths.h"
 #include "settings/settings_file.h"
 
+#include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -14,30 +16,9 @@
 
 namespace porvane::admin {
 
-int usageError(const QString& why) {
-    QTextStream err(stderr);
-    if (!why.isEmpty())
-        err << "porvane-admin: " << why << '\n';
-    err << "usage: porvane-admin [--home DIR] [--data DIR] [--db CONNINFO] [--today YYYY-MM-DD] [--now "
-           "HH:MM] "
-           "[--csv] COMMAND [ARGS]\n";
-    err << "  --home DIR   the desk's home (default: PORVANE_HOME, else the program's folder)\n"
-           "  --data DIR   the data folder (default: the data folder in the home's settings)\n"
-           "  --db CONNINFO  the PostgreSQL server (\"host=/run/postgresql port=5432 dbname=porvane "
-           "user=desk\"),\n"
-           "               for the db commands\n"
-           "  --today, --now   run as on that day and at that time\n"
-           "  --csv        print lists as CSV\n";
-    const auto commands = commandTable();
-    if (commands.empty())
-        err << "no commands are available in this build\n";
-    for (const Command& c : commands)
-        err << "  " << c.name << (*c.synopsis ? " " : "") << c.synopsis << '\n';
-    return 2;
-}
-
 namespace {
 
+// What the command line asks for: the common options, then the command and its own arguments.
 struct Options {
     QString home;
     QString data;
@@ -45,42 +26,41 @@ struct Options {
     QDate today;
     QTime now;
     bool csv = false;
+    bool help = false;
     QString command;
     QStringList args;
 };
 
 // Reads the common options up to the command name; the rest belongs to the command. Returns an error text.
 QString parse(const QStringList& arguments, Options& o) {
-    qsizetype i = 1;
-    for (; i < arguments.size(); ++i) {
-        const QString& a = arguments.at(i);
-        if (!a.startsWith(u"--"))
-            break;
-        const bool hasValue = i + 1 < arguments.size();
-        if (a == u"--csv") {
-            o.csv = true;
-        } else if (a == u"--home" && hasValue) {
-            o.home = arguments.at(++i);
-        } else if (a == u"--data" && hasValue) {
-            o.data = arguments.at(++i);
-        } else if (a == u"--db" && hasValue) {
-            o.database = arguments.at(++i);
-        } else if (a == u"--today" && hasValue) {
-            o.today = QDate::fromString(arguments.at(++i), Qt::ISODate);
-            if (!o.today.isValid())
-                return QStringLiteral("--today takes a date YYYY-MM-DD");
-        } else if (a == u"--now" && hasValue) {
-            o.now = QTime::fromString(arguments.at(++i), QStringLiteral("HH:mm"));
-            if (!o.now.isValid())
-                return QStringLiteral("--now takes a time HH:MM");
-        } else {
-            return QStringLiteral("unknown option ") + a;
-        }
+    const CommonOptions options;
+    QCommandLineParser parser;
+    parser.addOptions(options.all());
+    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
+    if (!parser.parse(arguments))
+        return parser.errorText();
+    o.home = parser.value(options.home);
+    o.data = parser.value(options.data);
+    o.database = parser.value(options.db);
+    o.csv = parser.isSet(options.csv);
+    o.help = parser.isSet(options.help);
+    if (parser.isSet(options.today)) {
+        o.today = QDate::fromString(parser.value(options.today), Qt::ISODate);
+        if (!o.today.isValid())
+            return QStringLiteral("--today takes a date YYYY-MM-DD");
     }
-    if (i == arguments.size())
-        return QStringLiteral("no command given");
-    o.command = arguments.at(i);
-    o.args = arguments.mid(i + 1);
+    if (parser.isSet(options.now)) {
+        o.now = QTime::fromString(parser.value(options.now), QStringLiteral("HH:mm"));
+        if (!o.now.isValid())
+            return QStringLiteral("--now takes a time HH:MM");
+    }
+    const QStringList positional = parser.positionalArguments();
+    if (positional.isEmpty())
+        return o.help ? QString() : QStringLiteral("no command given");
+    o.command = positional.first();
+    o.args = positional.mid(1);
+    // A command's --help anywhere among its arguments asks for its usage, whatever else is there.
+    o.help = o.help || o.args.contains(u"--help") || o.args.contains(u"-h");
     return {};
 }
 
@@ -108,6 +88,11 @@ int runAdminCommandLine(int argc, char* argv[], const ApplicationMaker& makeAppl
     for (const Command& c : commandTable())
         if (why.isEmpty() && o.command == QLatin1StringView(c.name))
             command = &c;
+    if (why.isEmpty() && o.help && (command || o.command.isEmpty())) {
+        QTextStream out(stdout);
+        printUsage(out, command);
+        return 0;
+    }
     if (command && command->program)
         return handOver(command->program, argv);
     const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);

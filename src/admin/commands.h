@@ -3,7 +3,9 @@
 #include "admin/console_prompter.h"
 #include "app/app_state.h"
 
+#include <QCommandLineParser>
 #include <QStringList>
+#include <optional>
 #include <span>
 
 namespace porvane::admin {
@@ -22,6 +24,7 @@ struct CommandContext {
 
 // A command returns the exit status: 0 done, 1 refused or failed (reason on stderr), 2 wrong arguments.
 using CommandFunction = int (*)(CommandContext& context);
+inline constexpr int kWrongArguments = 2;
 
 struct Command {
     const char* name;
@@ -36,7 +39,12 @@ struct Command {
 // program's main file (admin_main.cpp, pass_main.cpp).
 std::span<const Command> commandTable();
 
-// Prints the usage text with the table's commands to stderr and returns 2.
+// Prints why, and the usage text with the table's commands, to stderr and returns kWrongArguments.
 int usageError(const QString& why);
+
+// Reads a command's own arguments with the parser, which knows the command's options (given anywhere among
+// the arguments, as --name VALUE or --name=VALUE; "--" ends them). Returns the positional arguments, or
+// nothing after printing why the command line is wrong: the command then returns kWrongArguments.
+std::optional<QStringList> readCommandLine(const CommandContext& context, QCommandLineParser& parser);
 
 } // namespace porvane::admin

@@ -5,41 +5,51 @@
 #include "store/pick_lists.h"
 
 #include <QTextStream>
+#include <type_traits>
 
 namespace porvane::admin {
 
 int runDemoCommand(CommandContext& context) {
-    DemoGenerator::Options options;
-    bool haveFrom = false;
-    const QStringList& args = context.args;
-    for (qsizetype i = 0; i < args.size(); ++i) {
-        const QString& opt = args[i];
-        if (i + 1 >= args.size())
-            return usageError(QStringLiteral("%1 needs a value").arg(opt));
-        const QString value = args[++i];
+    using namespace Qt::Literals::StringLiterals;
+    QCommandLineParser parser;
+    // The options as the synopsis in the command table explains them.
+    const QCommandLineOption from(u"from"_s, {}, u"YYYY-MM"_s);
+    const QCommandLineOption months(u"months"_s, {}, u"N"_s);
+    const QCommandLineOption perMonth(u"per-month"_s, {}, u"N"_s);
+    const QCommandLineOption seed(u"seed"_s, {}, u"S"_s);
+    parser.addOptions({from, months, perMonth, seed});
+    const std::optional<QStringList> positional = readCommandLine(context, parser);
+    if (!positional)
+        return kWrongArguments;
+    if (!positional->isEmpty())
+        return usageError(u"demo takes only options, not "_s + positional->first());
+    if (!parser.isSet(from))
+        return usageError(u"demo needs --from YYYY-MM"_s);
+
+    // Each option given must hold a value in its range; one not given keeps the generator's default.
+    const auto bad = [&parser](const QCommandLineOption& option) {
+        return usageError(u"bad value for --%1: %2"_s.arg(option.names().first(), parser.value(option)));
+    };
+    const auto read = [&parser](const QCommandLineOption& option, qint64 low, qint64 high, auto& into) {
         bool ok = true;
-        if (opt == u"--from") {
-            const QDate from = QDate::fromString(value + QStringLiteral("-01"), QStringLiteral("yyyy-MM-dd"));
-            ok = from.isValid();
-            options.fromYear = from.year();
-            options.fromMonth = from.month();
-            haveFrom = ok;
-        } else if (opt == u"--months") {
-            options.months = value.toInt(&ok);
-            ok = ok && options.months >= 1 && options.months <= 240;
-        } else if (opt == u"--per-month") {
-            options.perMonth = value.toInt(&ok);
-            ok = ok && options.perMonth >= 1 && options.perMonth <= 100000;
-        } else if (opt == u"--seed") {
-            options.seed = value.toUInt(&ok);
-        } else {
-            return usageError(QStringLiteral("unknown option %1").arg(opt));
-        }
-        if (!ok)
-            return usageError(QStringLiteral("bad value for %1: %2").arg(opt, value));
-    }
-    if (!haveFrom)
-        return usageError(QStringLiteral("demo needs --from YYYY-MM"));
+        const qint64 value = parser.isSet(option) ? parser.value(option).toLongLong(&ok) : qint64(into);
+        if (!ok || value < low || value > high)
+            return false;
+        into = static_cast<std::decay_t<decltype(into)>>(value);
+        return true;
+    };
+    DemoGenerator::Options options;
+    const QDate first = QDate::fromString(parser.value(from) + u"-01"_s, u"yyyy-MM-dd"_s);
+    if (!first.isValid())
+        return bad(from);
+    options.fromYear = first.year();
+    options.fromMonth = first.month();
+    if (!read(months, 1, 240, options.months))
+        return bad(months);
+    if (!read(perMonth, 1, 100000, options.perMonth))
+        return bad(perMonth);
+    if (!read(seed, 0, UINT32_MAX, options.seed))
+        return bad(seed);
 
     const PickLists lists = LoadMainPickLists(pickListsPath(context.state.AppPath));
     options.categories = lists.first;

@@ -23,43 +23,37 @@ FileError loadBooking(AppState& state, const QString& regNo) {
 }
 
 int runPassCommand(CommandContext& context) {
+    using namespace Qt::Literals::StringLiterals;
     AppState& state = context.state;
-    const QStringList& args = context.args;
     static const QStringList counts = {QStringLiteral("ONE"),   QStringLiteral("TWO"),
                                        QStringLiteral("THREE"), QStringLiteral("FOUR"),
                                        QStringLiteral("FIVE"),  QStringLiteral("SIX")};
-    QString regNo;
-    int count = 1;
-    QString period = QStringLiteral("Day");
-    QDate start;
-    QString pdf;
-    bool yes = false;
-    for (qsizetype i = 0; i < args.size(); ++i) {
-        const QString& a = args.at(i);
-        const bool hasValue = i + 1 < args.size();
-        if (a == u"--count" && hasValue) {
-            bool ok = false;
-            count = args.at(++i).toInt(&ok);
-            if (!ok || count < 1 || count > 6)
-                return usageError(QStringLiteral("--count takes 1 to 6"));
-        } else if (a == u"--period" && hasValue) {
-            period = args.at(++i);
-        } else if (a == u"--start" && hasValue) {
-            start = QDate::fromString(args.at(++i), Qt::ISODate);
-            if (!start.isValid())
-                return usageError(QStringLiteral("--start takes a date YYYY-MM-DD"));
-        } else if (a == u"--pdf" && hasValue) {
-            pdf = args.at(++i);
-        } else if (a == u"--yes") {
-            yes = true;
-        } else if (regNo.isEmpty() && !a.startsWith(u"--")) {
-            regNo = a.trimmed();
-        } else {
-            return usageError(QStringLiteral("unexpected argument: ") + a);
-        }
-    }
+    // The options as kPassSynopsis explains them.
+    QCommandLineParser parser;
+    const QCommandLineOption countOption(u"count"_s, {}, u"N"_s, u"1"_s);
+    const QCommandLineOption periodOption(u"period"_s, {}, u"Day|Week|Month"_s, u"Day"_s);
+    const QCommandLineOption startOption(u"start"_s, {}, u"YYYY-MM-DD"_s);
+    const QCommandLineOption pdfOption(u"pdf"_s, {}, u"FILE"_s);
+    const QCommandLineOption yesOption(u"yes"_s, {});
+    parser.addOptions({countOption, periodOption, startOption, pdfOption, yesOption});
+    const std::optional<QStringList> positional = readCommandLine(context, parser);
+    if (!positional)
+        return kWrongArguments;
+    if (positional->size() > 1)
+        return usageError(u"unexpected argument: "_s + positional->at(1));
+    const QString regNo = positional->value(0).trimmed();
     if (regNo.size() != 12)
-        return usageError(QStringLiteral("pass needs the 12-digit booking number"));
+        return usageError(u"pass needs the 12-digit booking number"_s);
+    bool ok = false;
+    const int count = parser.value(countOption).toInt(&ok);
+    if (!ok || count < 1 || count > 6)
+        return usageError(u"--count takes 1 to 6"_s);
+    const QString period = parser.value(periodOption);
+    const QDate start = QDate::fromString(parser.value(startOption), Qt::ISODate);
+    if (parser.isSet(startOption) && !start.isValid())
+        return usageError(u"--start takes a date YYYY-MM-DD"_s);
+    const QString pdf = parser.value(pdfOption);
+    const bool yes = parser.isSet(yesOption);
 
     if (const FileError e = loadBooking(state, regNo)) {
         QTextStream(stderr) << e.text << '\n';

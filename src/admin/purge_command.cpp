@@ -24,8 +24,14 @@ bool isYear(const QString& text) {
 } // namespace
 
 int runPurgeCommand(CommandContext& context) {
-    QStringList args = context.args;
-    const bool yes = args.removeAll(QStringLiteral("--yes")) > 0;
+    QCommandLineParser parser;
+    const QCommandLineOption yesOption(QStringLiteral("yes"), {});
+    parser.addOption(yesOption);
+    const std::optional<QStringList> positional = readCommandLine(context, parser);
+    if (!positional)
+        return kWrongArguments;
+    const QStringList& args = *positional;
+    const bool yes = parser.isSet(yesOption);
     if (args.isEmpty())
         return purgeUsage(QStringLiteral("needs a year, month or day"));
     const QString scope = args.at(0);

@@ -9,12 +9,15 @@
 namespace porvane::admin {
 
 int runRollCallCommand(CommandContext& context) {
-    const QStringList& args = context.args;
-    QString pdf;
-    if (args.size() == 2 && args.at(0) == u"--pdf")
-        pdf = args.at(1);
-    else if (!args.isEmpty())
+    QCommandLineParser parser;
+    const QCommandLineOption pdfOption(QStringLiteral("pdf"), {}, QStringLiteral("FILE"));
+    parser.addOption(pdfOption);
+    const std::optional<QStringList> positional = readCommandLine(context, parser);
+    if (!positional)
+        return kWrongArguments;
+    if (!positional->isEmpty())
         return usageError(QStringLiteral("rollcall takes: [--pdf FILE]"));
+    const QString pdf = parser.value(pdfOption);
 
     AppState& state = context.state;
     GridLists lists(state);

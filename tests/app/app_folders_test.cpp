@@ -74,20 +74,6 @@ TEST(AppPath, newHomeGetsMissingResourcesButKeepsItsOwnEdits_andNeverAnotherInst
     EXPECT_TRUE(QFileInfo::exists(home.filePath(QStringLiteral("PorvaneDocs/index.html"))));
 }
 
-TEST(SingleInstance, secondHolderIsRefusedUntilTheFirstEnds) {
-    QTemporaryDir dir;
-    const QString lock = dir.filePath(QStringLiteral("porvane.lock"));
-    {
-        SingleInstance first(lock);
-        ASSERT_TRUE(first.acquire());
-        EXPECT_TRUE(first.acquire()) << "asking again keeps the claim";
-        SingleInstance second(lock);
-        EXPECT_FALSE(second.acquire());
-    }
-    SingleInstance third(lock);
-    EXPECT_TRUE(third.acquire());
-}
-
 TEST(SingleInstance, lockOfAnotherRunningProgramRefusesAndDeadOneIsTakenOver) {
     QTemporaryDir dir;
     const QString lock = dir.filePath(QStringLiteral("porvane.lock"));
@@ -167,16 +153,36 @@ TEST(Help, everyContextOpensAnInstalledPageThatTheIndexLinks) {
     }
 }
 
-TEST(Admin, withoutACommandItPrintsUsageAndExits2) {
+// A wrong command line prints the usage to stderr and exits 2; --help, before a command or among its
+// arguments, prints the usage (of that command) to stdout and exits 0, also for pass, which porvane-pass
+// runs.
+TEST(Admin, wrongCommandLinesExit2WithTheUsage_helpExits0) {
     const TempDataFolder folder;
     for (const auto& [today, args] :
          {std::pair{QStringLiteral("2026-03-02"), QStringList{}},
           std::pair{QStringLiteral("soon"), QStringList{}},
-          std::pair{QStringLiteral("2026-03-02"), QStringList{QStringLiteral("no-such")}}}) {
+          std::pair{QStringLiteral("2026-03-02"), QStringList{QStringLiteral("no-such")}},
+          std::pair{QStringLiteral("2026-03-02"),
+                    QStringList{QStringLiteral("--bogus"), QStringLiteral("verify")}},
+          std::pair{QStringLiteral("2026-03-02"),
+                    QStringList{QStringLiteral("demo"), QStringLiteral("--from")}}}) {
         const AdminRun r = runAdmin(folder, today, args);
-        EXPECT_EQ(r.status, 2) << today.toStdString();
+        EXPECT_EQ(r.status, 2) << args.join(u' ').toStdString();
         EXPECT_TRUE(r.err.contains(u"usage: porvane-admin"));
         EXPECT_TRUE(r.out.isEmpty());
+    }
+    for (const auto& [args, shown] :
+         {std::pair{QStringList{QStringLiteral("--help")}, QStringLiteral("\n  verify\n")},
+          std::pair{QStringList{QStringLiteral("purge"), QStringLiteral("-h")},
+                    QStringLiteral(" purge year YYYY | month YYYY-MM [KIND TEXT]")},
+          std::pair{
+              QStringList{QStringLiteral("pass"), QStringLiteral("261114093012"), QStringLiteral("--help")},
+              QStringLiteral(" pass REGNO [--count N]")}}) {
+        const AdminRun r = runAdmin(folder, QStringLiteral("2026-03-02"), args);
+        EXPECT_EQ(r.status, 0) << args.join(u' ').toStdString();
+        EXPECT_TRUE(r.out.startsWith(u"usage: porvane-admin [--home DIR]")) << r.out.toStdString();
+        EXPECT_TRUE(r.out.contains(shown)) << r.out.toStdString();
+        EXPECT_TRUE(r.err.isEmpty()) << r.err.toStdString();
     }
 }
 

@@ -105,33 +105,6 @@ TEST_F(StartUpTest, secondCopyAndAShortScreenAreRefused) {
     EXPECT_TRUE(screenTallEnough(768));
 }
 
-TEST_F(StartUpTest, windowsVersionTestPreparesStylesAndDropsManifestWithoutTheme) {
-    QFile manifest(home() + QStringLiteral("Porvane90.exe.manifest"));
-    ASSERT_TRUE(manifest.open(QIODevice::WriteOnly));
-    manifest.close();
-
-    platform.version = QStringLiteral("5.00");
-    platform.themeActive = false;
-    ASSERT_TRUE(run());
-    EXPECT_FALSE(state.IsXpOrLater);
-    EXPECT_FALSE(platform.log.contains(QStringLiteral("visual style")));
-    EXPECT_TRUE(manifest.exists()) << "below 5.01 the theme is not asked about";
-
-    platform.log.clear();
-    platform.version = QStringLiteral("6.01");
-    platform.themeActive = true;
-    ASSERT_TRUE(run());
-    EXPECT_TRUE(state.IsXpOrLater);
-    EXPECT_EQ(state.OsMajorVersion, 6);
-    EXPECT_EQ(platform.log.mid(1, 4), (QStringList{QStringLiteral("version"), QStringLiteral("visual style"),
-                                                   QStringLiteral("single"), QStringLiteral("theme")}));
-    EXPECT_TRUE(manifest.exists()) << "kept while a theme is active";
-
-    platform.themeActive = false;
-    ASSERT_TRUE(run());
-    EXPECT_FALSE(manifest.exists());
-}
-
 // A settings file that cannot be decoded, or one cut to nothing by a power cut during a copy, is kept aside
 // with a word and the defaults replace it.
 TEST_F(StartUpTest, damagedOrEmptySettingsGiveDefaults) {

@@ -30,23 +30,6 @@ const QStringList kDepartments =
 
 } // namespace
 
-// The installed pick lists, read as the main window and the location dialog read them: each list gets its
-// own section's entries and nothing of the section after it.
-TEST(ShippedPickLists, eachListHoldsOnlyItsOwnSection) {
-    const PickLists main = LoadMainPickLists(kShipped);
-    EXPECT_EQ(main.first, listed({"VISITOR", "CONTRACTOR", "DELIVERY", "INTERVIEW", "MAINTENANCE", "SUPPLIER",
-                                  "AUDITOR", "TRAINEE"}));
-    EXPECT_EQ(main.second, kDepartments);
-    const PickLists detail = LoadDetailPickLists(kShipped);
-    EXPECT_EQ(detail.first,
-              listed({"Meeting", "Site survey", "Electrical work", "Plumbing", "Heating and ventilation",
-                      "Building maintenance", "Cleaning", "IT and telephone work", "Equipment installation",
-                      "Goods delivery or collection", "Inspection or audit", "Training"}));
-    EXPECT_EQ(detail.second, listed({"Reception only", "Offices", "Meeting rooms", "Canteen", "Workshop",
-                                     "Warehouse", "Production floor", "Laboratory", "Plant room", "Roof",
-                                     "Whole site (escorted)", "Whole site (unescorted)"}));
-}
-
 TEST(DemoOffer, asksFirst_fillsOnlyAnEmptyMonth_andSaysWhatItMade) {
     TestDesk desk{QDateTime(QDate(2026, 11, 23), QTime(9, 30))};
     const QString lists = pickListsPath(desk.state.AppPath);
@@ -85,8 +68,5 @@ TEST(DemoOffer, asksFirst_fillsOnlyAnEmptyMonth_andSaysWhatItMade) {
     EXPECT_FALSE(DemoOffer::run(desk.state, QDate()));
     EXPECT_EQ(desk.prompter.last().text, u"Choose a valid month in the date boxes first.");
 
-    desk.state.settings.ckMakeSysRdO = u"1"_s;
-    EXPECT_FALSE(DemoOffer::run(desk.state, QDate(2027, 4, 1)));
-    EXPECT_FALSE(desk.folder.exists(u"Record/2704.vrf"_s));
     EXPECT_EQ(desk.prompter.unusedAnswers(), 0u);
 }

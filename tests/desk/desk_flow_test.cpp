@@ -4,31 +4,26 @@
 #include "pdf_text.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QHeaderView>
 #include <QPrinterInfo>
 #include <QScrollBar>
 
 using namespace porvane;
 using porvane::test::DeskWindow;
-using porvane::test::handLine;
+using porvane::test::handBooking;
+using porvane::test::handColumns;
+using porvane::test::slot;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 // Ann Lee, due today (23 November) at 09:30; Bob Ray due on the 22nd; Cy Day due today at 14:15.
-const QByteArray kAnn = handLine({{1, "261101080000"},
-                                  {14, "Ann"},
-                                  {31, "Lee"},
-                                  {504, "VISITOR"},
-                                  {525, "ENGINEERING"},
-                                  {550, "Lee & Co"},
-                                  {1060 + 4 * 22, "0930"}});
-const QByteArray kCy = handLine({{1, "261103080000"},
-                                 {14, "Cy"},
-                                 {31, "Day"},
-                                 {525, "SALES"},
-                                 {550, "Day plc"},
-                                 {1060 + 4 * 22, "1415"}});
+const QByteArray kAnn =
+    handBooking("261101080000", "Ann", "Lee",
+                {{504, "VISITOR"}, {525, "ENGINEERING"}, {550, "Lee & Co"}, {slot(23), "0930"}});
+const QByteArray kCy =
+    handBooking("261103080000", "Cy", "Day", {{525, "SALES"}, {550, "Day plc"}, {slot(23), "1415"}});
 
 class DeskFlow : public DeskWindow {
 protected:
@@ -61,9 +56,9 @@ TEST_F(DeskFlow, aTypicalVisitFromBookingToDeparture) {
     ASSERT_EQ(lines.size(), 1);
     EXPECT_EQ(lines[0].size(), 1186);
     EXPECT_EQ(lines[0].left(12), "261123093015");
-    EXPECT_EQ(columns(lines[0], 14, 16) + '|' + columns(lines[0], 31, 18), "John|Smith");
-    EXPECT_EQ(columns(lines[0], 504, 20), "CONTRACTOR");
-    EXPECT_EQ(columns(lines[0], 550, 50), "Acme Widgets");
+    EXPECT_EQ(handColumns(lines[0], 14, 16) + '|' + handColumns(lines[0], 31, 18), "John|Smith");
+    EXPECT_EQ(handColumns(lines[0], 504, 20), "CONTRACTOR");
+    EXPECT_EQ(handColumns(lines[0], 550, 50), "Acme Widgets");
     EXPECT_EQ(bookedTime(lines[0], 23), "1000");
     EXPECT_EQ(text("RegNoTB"), u"261123093015");
     EXPECT_EQ(window().windowTitle(), u"Tarnwell Solutions Porvane 90  [ Record 261123093015 SAVED ]");
@@ -77,7 +72,7 @@ TEST_F(DeskFlow, aTypicalVisitFromBookingToDeparture) {
     EXPECT_EQ(label("LaON_Site"), u"09:30");
 
     bool passShown = false;
-    whenModal([&](QWidget* pass) {
+    test::whenModal([&](QWidget* pass) {
         passShown = pass->objectName() == u"frmPass";
         static_cast<QDialog*>(pass)->reject();
     });
@@ -97,37 +92,37 @@ TEST_F(DeskFlow, aTypicalVisitFromBookingToDeparture) {
 TEST_F(DeskFlow, detailDialogsEditTheBookingAndNothingIsMarkedSavedBehindTheOperatorsBack) {
     writeNovember({kAnn, kCy});
     openFromTodaysList(0);
-    whenModal([](QWidget* dialog) {
-        keys(child<QLineEdit>(dialog, "PersDOBTB"), QStringLiteral("12-05-1980"));
-        keys(child<QLineEdit>(dialog, "PersTownTB"), QStringLiteral("Leeds"));
-        child<QCheckBox>(dialog, "PersIOPMck")->click();
-        QTest::mouseClick(child<QPushButton>(dialog, "cmdPersOK"), Qt::LeftButton);
+    test::whenModal([](QWidget* dialog) {
+        test::keys(test::find<QLineEdit>(dialog, "PersDOBTB"), QStringLiteral("12-05-1980"));
+        test::keys(test::find<QLineEdit>(dialog, "PersTownTB"), QStringLiteral("Leeds"));
+        test::find<QCheckBox>(dialog, "PersIOPMck")->click();
+        test::click(dialog, "cmdPersOK");
     });
     click("cmdPersDetail");
     click("cmdSAVE");
     QByteArray ann = monthLines("2611")[0];
-    EXPECT_EQ(columns(ann, 246, 10) + '|' + columns(ann, 180, 18) + '|' + columns(ann, 257, 2),
+    EXPECT_EQ(handColumns(ann, 246, 10) + '|' + handColumns(ann, 180, 18) + '|' + handColumns(ann, 257, 2),
               "12-05-1980|Leeds|1");
 
     // Unsaved edits in the editor and the times grid outlive a dialog closed with Cancel (after Clear).
     type("PersCarRegTB", QStringLiteral("AB12 CDE"));
     addTime(24, QStringLiteral("08:15"));
-    whenModal([](QWidget* dialog) {
-        QTest::mouseClick(child<QPushButton>(dialog, "cmdPersClear"), Qt::LeftButton);
-        QTest::mouseClick(child<QPushButton>(dialog, "cmdPersCancel"), Qt::LeftButton);
+    test::whenModal([](QWidget* dialog) {
+        test::click(dialog, "cmdPersClear");
+        test::click(dialog, "cmdPersCancel");
     });
     click("cmdPersDetail");
     EXPECT_EQ(text("PersCarRegTB"), u"AB12 CDE");
     EXPECT_EQ(timeCell(24), u"08:15");
     click("cmdSAVE");
     ann = monthLines("2611")[0];
-    EXPECT_EQ(columns(ann, 69, 10), "AB12 CDE");
+    EXPECT_EQ(handColumns(ann, 69, 10), "AB12 CDE");
     EXPECT_EQ(bookedTime(ann, 24), "0815");
-    EXPECT_EQ(columns(ann, 180, 18), "Leeds") << "Cancel after Clear put every field back";
+    EXPECT_EQ(handColumns(ann, 180, 18), "Leeds") << "Cancel after Clear put every field back";
 
     // The person visited, typed in the location dialog, makes another row's click ask first.
-    whenModal([](QWidget* dialog) {
-        keys(child<QLineEdit>(dialog, "LocVisitingTB"), QStringLiteral("Dr Ray"));
+    test::whenModal([](QWidget* dialog) {
+        test::keys(test::find<QLineEdit>(dialog, "LocVisitingTB"), QStringLiteral("Dr Ray"));
         static_cast<QDialog*>(dialog)->accept();
     });
     click("cmdLocDetail");
@@ -135,8 +130,38 @@ TEST_F(DeskFlow, detailDialogsEditTheBookingAndNothingIsMarkedSavedBehindTheOper
     clickRow(1);
     EXPECT_EQ(prompter.texts().value(0),
               u"The current booking for ANN LEE has changed.\r\nDo you wish to save it? ");
-    EXPECT_EQ(columns(monthLines("2611")[0], 758, 36), "Dr Ray");
+    EXPECT_EQ(handColumns(monthLines("2611")[0], 758, 36), "Dr Ray");
     EXPECT_EQ(text("RegNoTB"), u"261103080000");
+}
+
+// With its month file unreadable, or the data folder gone, SAVE says what failed and why; the booking stays
+// in the editor and is saved once the folder is back.
+TEST_F(DeskFlow, dataFolderRemovedOrUnreadable_saveSaysWhyAndTheBookingStaysInTheEditor) {
+    writeNovember({kAnn});
+    openFromTodaysList(0);
+    retype("CatOrganTB", QStringLiteral("Lee & Sons"));
+    const QString month = folder.path(QStringLiteral("Record/2611.vrf"));
+    ASSERT_TRUE(QFile::remove(month) && QDir().mkdir(month)); // a folder where the month file belongs
+    prompter.clear();
+    click("cmdSAVE");
+    EXPECT_EQ(prompter.texts(),
+              QStringList{u"The booking could not be saved: Not a data file (a link, folder, "
+                          u"pipe or device): %1 (error 75).\r\nThe booking is still in the "
+                          u"editor."_s.arg(month)});
+    EXPECT_EQ(text("CatOrganTB"), u"Lee & Sons");
+
+    ASSERT_TRUE(QDir(folder.dataPath()).removeRecursively());
+    prompter.clear();
+    prompter.queue(Answer::No); // NEW: the changed booking is not saved
+    typeNewBooking(QStringLiteral("Dee"), QStringLiteral("Fox"), QStringLiteral("Fox Ltd"));
+    click("cmdSAVE");
+    EXPECT_EQ(prompter.texts().value(1),
+              u"The booking could not be saved: Path not found: %1 (error 76).\r\nThe "
+              u"booking is still in the editor."_s.arg(folder.dataPath()));
+    EXPECT_EQ(text("FirstNameTB") + u' ' + text("LastNameTB"), u"Dee Fox");
+    QDir().mkpath(folder.path(QStringLiteral("Record")));
+    click("cmdSAVE");
+    EXPECT_EQ(handColumns(monthLines("2611").value(0), 14, 16), "Dee");
 }
 
 // A renamed booking goes through the save decision before its pass: the old booking stays, a second is made,
@@ -147,7 +172,7 @@ TEST_F(DeskFlow, passAfterARenameAsksAndKeepsTheOldPersonsBooking) {
     retype("FirstNameTB", QStringLiteral("Anna"));
     retype("CatOrganTB", QStringLiteral("Other Firm"));
     prompter.queue({Answer::Yes, Answer::Ok});
-    whenModal([](QWidget* pass) { static_cast<QDialog*>(pass)->reject(); });
+    test::whenModal([](QWidget* pass) { static_cast<QDialog*>(pass)->reject(); });
     click("cmdPass");
     EXPECT_EQ(prompter.texts(),
               (QStringList{u"The current booking for ANNA LEE has changed.\r\nDo you wish to save it? "_s,
@@ -155,7 +180,7 @@ TEST_F(DeskFlow, passAfterARenameAsksAndKeepsTheOldPersonsBooking) {
     const QList<QByteArray> lines = monthLines("2611");
     ASSERT_EQ(lines.size(), 2);
     EXPECT_EQ(lines[0], kAnn) << "the old person's booking is untouched";
-    EXPECT_EQ(columns(lines[1], 14, 16) + '|' + columns(lines[1], 550, 50), "Anna|Other Firm");
+    EXPECT_EQ(handColumns(lines[1], 14, 16) + '|' + handColumns(lines[1], 550, 50), "Anna|Other Firm");
 
     // Cancel keeps the pass window shut and the edit on screen.
     retype("CatOrganTB", QStringLiteral("Third Firm"));
@@ -177,7 +202,7 @@ TEST_F(DeskFlow, aBookingLandsOnlyInTheMonthTheBoxesShow) {
         << "the booking's month stands out while the boxes show another";
     retype("CatOrganTB", QStringLiteral("Lee & Sons"));
     click("cmdSAVE");
-    EXPECT_EQ(columns(monthLines("2611")[0], 550, 50), "Lee & Sons")
+    EXPECT_EQ(handColumns(monthLines("2611")[0], 550, 50), "Lee & Sons")
         << "the update goes to the booking's month";
     EXPECT_EQ(combo("CBGetMonth"), u"NOVEMBER") << "the boxes follow the booking saved";
 
@@ -189,15 +214,13 @@ TEST_F(DeskFlow, aBookingLandsOnlyInTheMonthTheBoxesShow) {
     EXPECT_FALSE(folder.exists(QStringLiteral("Record/2612.vrf")));
 
     // An October pass holder opened from the on-site list moves the boxes to October, in sight.
-    folder.write(QStringLiteral("Record/2610.vrf"), handLine({{1, "261030080000"},
-                                                              {14, "Oz"},
-                                                              {31, "Holt"},
-                                                              {525, "SALES"},
-                                                              {550, "Holt plc"},
-                                                              {936, "30-10-2026"},
-                                                              {947, "30-11-2026"},
-                                                              {958, "1M"},
-                                                              {969, "30-10-2026 at 08:00"}}) +
+    folder.write(QStringLiteral("Record/2610.vrf"), handBooking("261030080000", "Oz", "Holt",
+                                                                {{525, "SALES"},
+                                                                 {550, "Holt plc"},
+                                                                 {936, "30-10-2026"},
+                                                                 {947, "30-11-2026"},
+                                                                 {958, "1M"},
+                                                                 {969, "30-10-2026 at 08:00"}}) +
                                                         "\r\n");
     click("cmdDayList");
     for (int row = 0; row < grid()->model()->rowCount(); ++row)
@@ -235,12 +258,9 @@ TEST_F(DeskFlow, aDeletedBookingLeavesTheEditorAndCannotBeSavedAgain) {
 TEST_F(DeskFlow, theHighlightedRowIsAlwaysTheBookingInTheEditor) {
     QList<QByteArray> many;
     for (int i = 0; i < 40; ++i)
-        many << handLine({{1, QByteArray("2611010800").append(QByteArray::number(10 + i)).constData()},
-                          {14, "Vi"},
-                          {31, QByteArray("Sitor").append(QByteArray::number(10 + i)).constData()},
-                          {525, "SALES"},
-                          {550, "Firm Ltd"},
-                          {1060 + 4 * 22, "0900"}});
+        many << handBooking(QByteArray("2611010800").append(QByteArray::number(10 + i)).constData(), "Vi",
+                            QByteArray("Sitor").append(QByteArray::number(10 + i)).constData(),
+                            {{525, "SALES"}, {550, "Firm Ltd"}, {slot(23), "0900"}});
     QByteArray file;
     for (const QByteArray& l : many)
         file += l + "\r\n";
@@ -308,13 +328,8 @@ TEST_F(DeskFlow, inOnAWalkInBooksThemForTodayAndWritesTheArrival) {
 
 // ADD and SUB act on the chosen cell and keep it; Delete empties it; a booking opens on its last booked day.
 TEST_F(DeskFlow, timesGridKeepsItsCellAndShowsTheBookedDays) {
-    writeNovember({handLine({{1, "261101080000"},
-                             {14, "Ann"},
-                             {31, "Lee"},
-                             {525, "SALES"},
-                             {550, "Lee & Co"},
-                             {1060 + 4 * 22, "0930"},
-                             {1060 + 4 * 29, "1100"}})});
+    writeNovember({handBooking("261101080000", "Ann", "Lee",
+                               {{525, "SALES"}, {550, "Lee & Co"}, {slot(23), "0930"}, {slot(30), "1100"}})});
     openFromTodaysList(0);
     auto* times = find<QTableView>("TimeGrid");
     EXPECT_TRUE(times->viewport()->rect().intersects(times->visualRect(times->model()->index(29, 1))))
@@ -356,25 +371,23 @@ TEST_F(DeskFlow, realNamesAreTypedAsTheyAre) {
 
 // A pass revoked in the pass window is stored when the window closes, with "Pass Revoked" in sight meanwhile.
 TEST_F(DeskFlow, revokingAPassShowsItAndBlanksThePassColumns) {
-    writeNovember({handLine({{1, "261101080000"},
-                             {14, "Ann"},
-                             {31, "Lee"},
-                             {525, "SALES"},
-                             {550, "Lee & Co"},
-                             {936, "20-11-2026"},
-                             {947, "27-11-2026"},
-                             {958, "1W"},
-                             {969, "20-11-2026 at 08:00"},
-                             {1060 + 4 * 22, "0930"}})});
+    writeNovember({handBooking("261101080000", "Ann", "Lee",
+                               {{525, "SALES"},
+                                {550, "Lee & Co"},
+                                {936, "20-11-2026"},
+                                {947, "27-11-2026"},
+                                {958, "1W"},
+                                {969, "20-11-2026 at 08:00"},
+                                {slot(23), "0930"}})});
     openFromTodaysList(0);
     EXPECT_EQ(label("PassPrntdLa"), u"27-11-2026  1 Week");
     QStringList shownDuringPause;
     pause.onWait = [&] {
         shownDuringPause << label("PassPrntdLa");
     };
-    whenModal([&](QWidget* pass) {
+    test::whenModal([&](QWidget* pass) {
         prompter.queue(Answer::Yes);
-        QTest::mouseClick(child<QPushButton>(pass, "cmdRemovePass"), Qt::LeftButton);
+        test::click(pass, "cmdRemovePass");
     });
     click("cmdPass");
     EXPECT_TRUE(shownDuringPause.contains(u"Pass Revoked"_s)) << shownDuringPause.join(u'|').toStdString();
@@ -413,23 +426,13 @@ namespace {
 
 // The gate's visitors besides Ann: Ed is due today on a pass that ended on the 20th; Fay's pass starts on the
 // 25th; Hal has neither a time today nor a pass.
-const QByteArray kEd = handLine({{1, "261102080000"},
-                                 {14, "Ed"},
-                                 {31, "Old"},
-                                 {525, "SALES"},
-                                 {550, "Old Ltd"},
-                                 {936, "01-11-2026"},
-                                 {947, "20-11-2026"},
-                                 {1060 + 4 * 22, "0800"}});
-const QByteArray kFay = handLine({{1, "261104080000"},
-                                  {14, "Fay"},
-                                  {31, "Soon"},
-                                  {525, "SALES"},
-                                  {550, "Soon Ltd"},
-                                  {936, "25-11-2026"},
-                                  {947, "30-11-2026"}});
-const QByteArray kHal =
-    handLine({{1, "261105080000"}, {14, "Hal"}, {31, "Lone"}, {525, "SALES"}, {550, "Lone Ltd"}});
+const QByteArray kEd = handBooking(
+    "261102080000", "Ed", "Old",
+    {{525, "SALES"}, {550, "Old Ltd"}, {936, "01-11-2026"}, {947, "20-11-2026"}, {slot(23), "0800"}});
+const QByteArray kFay =
+    handBooking("261104080000", "Fay", "Soon",
+                {{525, "SALES"}, {550, "Soon Ltd"}, {936, "25-11-2026"}, {947, "30-11-2026"}});
+const QByteArray kHal = handBooking("261105080000", "Hal", "Lone", {{525, "SALES"}, {550, "Lone Ltd"}});
 
 class GateFlow : public DeskFlow {
 protected:
@@ -442,7 +445,7 @@ protected:
     void scan(const QString& typed) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_F2);
         ASSERT_EQ(QApplication::focusWidget(), find<QWidget>("ScanTB"));
-        keys(QApplication::focusWidget(), typed);
+        test::keys(QApplication::focusWidget(), typed);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     }
     QByteArray marks(const QByteArray& regNo) {
@@ -502,7 +505,7 @@ TEST_F(GateFlow, scanningAPassMarksInThenOutAndRefusesWhatIsNotOnTodaysList) {
     EXPECT_EQ(text("PersMobTB"), u"0777");
     prompter.queue(Answer::Yes);
     scan(u"261103080000"_s);
-    EXPECT_EQ(columns(monthLines("2611")[0], 52, 16), "0777") << "the edit was saved on the way";
+    EXPECT_EQ(handColumns(monthLines("2611")[0], 52, 16), "0777") << "the edit was saved on the way";
     EXPECT_EQ(marks("261103080000"), "10:30  -  ");
     EXPECT_EQ(text("RegNoTB"), u"261103080000");
 }
@@ -554,10 +557,8 @@ TEST_F(GateFlow, onSiteCountsFiltersKeysAndTheEndOfDaySignOut) {
     EXPECT_EQ(grid()->model()->rowCount(), 3 + 50);
 
     // A heading click rebuilds the list from the file, then sorts by that column; a second click reverses.
-    writeNovember(
-        {kAnn, kCy, kEd, kFay, kHal,
-         handLine(
-             {{1, "261106080000"}, {14, "Bo"}, {31, "Abe"}, {550, "Abe Ltd"}, {1060 + 4 * 22, "1200"}})});
+    writeNovember({kAnn, kCy, kEd, kFay, kHal,
+                   handBooking("261106080000", "Bo", "Abe", {{550, "Abe Ltd"}, {slot(23), "1200"}})});
     QHeaderView* heading = grid()->horizontalHeader();
     const auto clickHeading = [&](int column) {
         QTest::mouseClick(heading->viewport(), Qt::LeftButton, {},

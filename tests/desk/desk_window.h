@@ -4,6 +4,7 @@
 #include "desk/main_window.h"
 #include "store/record_store.h"
 #include "test_desk.h"
+#include "widgets.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -25,13 +26,11 @@ namespace porvane::test {
 // A pause that lets the test look at the window at the moment the desk waits.
 class WatchedPause final : public Pause {
 public:
-    void wait(double seconds) override {
-        total += seconds;
+    void wait(double) override {
         if (onWait)
             onWait();
     }
     std::function<void()> onWait;
-    double total = 0;
 };
 
 // The desk's real main window over a throw-away data folder and the real record store, driven as an
@@ -55,26 +54,12 @@ protected:
         return *m_window;
     }
 
-    template <typename T = QWidget> T* find(const char* name) {
-        auto* w = window().findChild<T*>(QString::fromLatin1(name));
-        if (!w)
-            throw std::runtime_error(std::string("no widget named ") + name);
-        return w;
-    }
+    template <typename T = QWidget> T* find(const char* name) { return test::find<T>(&window(), name); }
     QString text(const char* name) { return find<QLineEdit>(name)->text(); }
     QString label(const char* name) { return find<QLabel>(name)->text(); }
     QString combo(const char* name) { return find<QComboBox>(name)->currentText(); }
 
-    void click(const char* name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
-    // Keys typed at the end of a box; characters beyond ASCII arrive as a keyboard layout sends them.
-    static void keys(QWidget* box, const QString& text) {
-        for (const QChar c : text) {
-            if (c.unicode() < 0x80)
-                QTest::keyClick(box, char(c.unicode()));
-            else
-                QTest::sendKeyEvent(QTest::Click, box, Qt::Key_unknown, QString(c), Qt::NoModifier);
-        }
-    }
+    void click(const char* name) { test::click(&window(), name); }
     void type(const char* name, const QString& text) {
         auto* box = find<QLineEdit>(name);
         box->setFocus();
@@ -135,25 +120,6 @@ protected:
         click("cmdADD");
     }
 
-    // Runs act on the next modal window the desk opens (a detail dialog, the pass window), while the desk
-    // waits in its exec().
-    void whenModal(std::function<void(QWidget*)> act) {
-        auto poll = std::make_shared<std::function<void()>>();
-        *poll = [act, poll] {
-            if (QWidget* modal = QApplication::activeModalWidget())
-                act(modal);
-            else
-                QTimer::singleShot(10, *poll);
-        };
-        QTimer::singleShot(10, *poll);
-    }
-    template <typename T = QWidget> static T* child(QWidget* window, const char* name) {
-        auto* w = window->findChild<T*>(QString::fromLatin1(name));
-        if (!w)
-            throw std::runtime_error(std::string("no widget named ") + name);
-        return w;
-    }
-
     // The lines of a month file ("2611"), without their CR LF.
     QList<QByteArray> monthLines(const char* yymm) const {
         QList<QByteArray> lines =
@@ -163,13 +129,6 @@ protected:
         for (QByteArray& l : lines)
             l.chop(l.endsWith('\r') ? 1 : 0);
         return lines;
-    }
-    // Columns of a stored line (1-based), trailing blanks cut.
-    static QByteArray columns(const QByteArray& line, int column, int width) {
-        QByteArray text = line.mid(column - 1, width);
-        while (text.endsWith(' '))
-            text.chop(1);
-        return text;
     }
     // The booked time of a day in a stored line, as hhmm.
     static QByteArray bookedTime(const QByteArray& line, int day) {

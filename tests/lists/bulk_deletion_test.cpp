@@ -19,11 +19,10 @@ constexpr int slot(int day) {
 
 // March 2024, laid out by hand: Ann comes on the 5th and the 20th, Bob on the 20th, Cy on the 5th; Dee's
 // line is cut short before the booked times.
-const QByteArray kAnn =
-    handLine({{1, "240301090000"}, {14, "Ann"}, {31, "Lee"}, {slot(5), "0900"}, {slot(20), "1000"}});
-const QByteArray kBob = handLine({{1, "240302090000"}, {14, "Bob"}, {31, "Ray"}, {slot(20), "1100"}});
-const QByteArray kCy = handLine({{1, "240303090000"}, {14, "Cy"}, {31, "Day"}, {slot(5), "1430"}});
-const QByteArray kDee = handLine({{1, "240304090000"}, {14, "Dee"}, {31, "Ng"}}, 900);
+const QByteArray kAnn = handBooking("240301090000", "Ann", "Lee", {{slot(5), "0900"}, {slot(20), "1000"}});
+const QByteArray kBob = handBooking("240302090000", "Bob", "Ray", {{slot(20), "1100"}});
+const QByteArray kCy = handBooking("240303090000", "Cy", "Day", {{slot(5), "1430"}});
+const QByteArray kDee = handBooking("240304090000", "Dee", "Ng", {}, 900);
 
 struct BulkDeletionTest : ListsFixture {
     BulkDeletion bulk{desk.state};
@@ -73,25 +72,6 @@ TEST_F(BulkDeletionTest, nothingMatched_asksNothingAndRewritesNothing) {
     EXPECT_TRUE(desk.prompter.messages().isEmpty());
     EXPECT_EQ(march(), lfOnly);
     EXPECT_TRUE(desk.folder.exists(u"Record/2404.vrf"_s));
-}
-
-TEST_F(BulkDeletionTest, wholeMonth_leavesAnEmptyFile_soTheMonthListShowsNoRowsAndNoMessage) {
-    desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn, kBob}));
-    desk.folder.write(u"Record/2404.vrf"_s, crLf({kCy}));
-    const BulkDeletion::Outcome outcome = run("All Days", "MARCH", "2024", {Answer::Yes}, "NAME", u"   "_s);
-    EXPECT_EQ(desk.prompter.last().text, u"DELETE ALL BOOKINGS for the Entire MONTH of MARCH 2024.\r\n"
-                                         u"That removes 2 bookings.\r\nDo you wish to proceed?");
-    EXPECT_EQ(outcome.resultText, u"All Bookings for MARCH 2024 Deleted");
-    EXPECT_TRUE(desk.folder.exists(u"Record/2403.vrf"_s));
-    EXPECT_EQ(march(), QByteArray());
-    EXPECT_EQ(desk.folder.read(u"Record/2404.vrf"_s), crLf({kCy}));
-    expectPhotoAndStatusKept();
-
-    desk.prompter.clear();
-    select(0, "MARCH", "2024");
-    EXPECT_EQ(lists.selectMonthRecord(dates), GridLists::Outcome::Listed);
-    EXPECT_EQ(lists.table().listedCount(), 0);
-    EXPECT_TRUE(desk.prompter.messages().isEmpty());
 }
 
 TEST_F(BulkDeletionTest, wholeYear_removesThatYearsMonthFilesOnly) {

@@ -112,23 +112,3 @@ TEST(DateSelection, monthStepHoldsTheDayToTheNewMonth) {
     EXPECT_EQ(noDay.monthText(), u"JUNE");
     EXPECT_FALSE(noDay.selectedDate().isValid());
 }
-
-TEST(DateSelection, monthNumberAndBookingMonthComeFromTheBoxes) {
-    EXPECT_EQ(DateSelection::MonthNumber(QStringLiteral("JANUARY")), u"01");
-    EXPECT_EQ(DateSelection::MonthNumber(QStringLiteral("sept")), u"09");
-    EXPECT_EQ(DateSelection::MonthNumber(QStringLiteral("DECEMBER")), u"12");
-    EXPECT_EQ(DateSelection::MonthNumber(QStringLiteral("XYZ")), u"");
-    DateSelection d = boxes("7", "MARCH", "2024");
-    EXPECT_EQ(d.bookingMonth(), u"2403");
-    EXPECT_EQ(d.selectedDateText(), u"07-03-2024");
-}
-
-TEST(DateSelection, todayFillsTheBoxesFromTheClock) {
-    FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(23, 30)));
-    DateSelection d(2026);
-    d.cmdGetToday(clock);
-    EXPECT_EQ(d.dayText(), u"23");
-    EXPECT_EQ(d.monthText(), u"NOVEMBER");
-    EXPECT_EQ(d.yearText(), u"2026");
-    EXPECT_EQ(DateSelection::tomorrow(clock), QDate(2026, 11, 24));
-}

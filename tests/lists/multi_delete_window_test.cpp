@@ -3,6 +3,7 @@
 #include "lists/multi_delete_window.h"
 #include "lists_fixture.h"
 #include "store/record_store.h"
+#include "widgets.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -23,21 +24,15 @@ namespace {
 // March 2024, booked times laid out by hand (the 5th at column 1076, the 6th at 1080, the 20th at 1136): Ann
 // comes on the 5th and the 20th, Bob on the 6th, Cy on the 5th.
 struct MultiDeleteWindowTest : ListsFixture {
-    const QByteArray ann =
-        handLine({{1, "240301090000"}, {14, "Ann"}, {31, "Lee"}, {1076, "0900"}, {1136, "1000"}});
-    const QByteArray bob = handLine({{1, "240302090000"}, {14, "Bob"}, {31, "Ray"}, {1080, "1000"}});
-    const QByteArray cy = handLine({{1, "240303090000"}, {14, "Cy"}, {31, "Day"}, {1076, "1430"}});
+    const QByteArray ann = handBooking("240301090000", "Ann", "Lee", {{slot(5), "0900"}, {slot(20), "1000"}});
+    const QByteArray bob = handBooking("240302090000", "Bob", "Ray", {{slot(6), "1000"}});
+    const QByteArray cy = handBooking("240303090000", "Cy", "Day", {{slot(5), "1430"}});
 
     MultiDeleteWindowTest() {
         select(15, "MARCH", "2024");
         writeLines(u"Record/2403.vrf"_s, {ann, bob, cy});
     }
     QByteArray march() const { return desk.folder.read(u"Record/2403.vrf"_s); }
-    template <typename T> T* find(QWidget& window, const char* name) {
-        auto* w = window.findChild<T*>(QString::fromLatin1(name));
-        EXPECT_NE(w, nullptr) << name;
-        return w;
-    }
 };
 
 // The window starts on the month the desk shows. Enter never deletes: in the window it means Cancel, and
@@ -47,16 +42,16 @@ TEST_F(MultiDeleteWindowTest, enterEnter_deletesNothing) {
     {
         MultiDeleteWindow window(desk.state, dates);
         window.show();
-        QTest::keyClick(find<QComboBox>(window, "CBMDELDay"), Qt::Key_Return);
+        QTest::keyClick(find<QComboBox>(&window, "CBMDELDay"), Qt::Key_Return);
         EXPECT_FALSE(window.isVisible());
         EXPECT_EQ(window.result(), QDialog::Rejected);
         EXPECT_TRUE(desk.prompter.messages().isEmpty());
     }
     MultiDeleteWindow window(desk.state, dates);
     window.show();
-    EXPECT_EQ(find<QComboBox>(window, "CBMDELDay")->currentText(), u"All Days");
+    EXPECT_EQ(find<QComboBox>(&window, "CBMDELDay")->currentText(), u"All Days");
     desk.prompter.queueEnter();
-    QTest::mouseClick(find<QPushButton>(window, "cmdMDELDelete"), Qt::LeftButton);
+    click(&window, "cmdMDELDelete");
     ASSERT_EQ(desk.prompter.messages().size(), 1);
     EXPECT_EQ(desk.prompter.last().text, u"DELETE ALL BOOKINGS for the Entire MONTH of MARCH 2024.\r\n"
                                          u"That removes 3 bookings.\r\nDo you wish to proceed?");
@@ -69,13 +64,13 @@ TEST_F(MultiDeleteWindowTest, enterEnter_deletesNothing) {
 TEST_F(MultiDeleteWindowTest, aDay_saysHowManyWholeBookingsGoWithTheirOtherDays) {
     MultiDeleteWindow window(desk.state, dates);
     window.show();
-    auto* day = find<QComboBox>(window, "CBMDELDay");
+    auto* day = find<QComboBox>(&window, "CBMDELDay");
     day->setFocus();
     QTest::keyClicks(day, u"5"_s);
     ASSERT_EQ(day->currentText(), u"5");
-    EXPECT_FALSE(find<QLineEdit>(window, "DFindTB")->isEnabledTo(&window)) << "a text narrows only a month";
+    EXPECT_FALSE(find<QLineEdit>(&window, "DFindTB")->isEnabledTo(&window)) << "a text narrows only a month";
     desk.prompter.queue(Answer::No);
-    QTest::mouseClick(find<QPushButton>(window, "cmdMDELDelete"), Qt::LeftButton);
+    click(&window, "cmdMDELDelete");
     EXPECT_EQ(
         desk.prompter.last().text,
         u"DELETE ALL Bookings made on the 5 of MARCH 2024.\r\nThat removes 2 whole bookings, with all their "
@@ -84,64 +79,22 @@ TEST_F(MultiDeleteWindowTest, aDay_saysHowManyWholeBookingsGoWithTheirOtherDays)
     EXPECT_EQ(march(), ann + "\r\n" + bob + "\r\n" + cy + "\r\n");
 
     desk.prompter.queue(Answer::Yes);
-    QTest::mouseClick(find<QPushButton>(window, "cmdMDELDelete"), Qt::LeftButton);
+    click(&window, "cmdMDELDelete");
     EXPECT_EQ(march(), bob + "\r\n");
     EXPECT_EQ(window.result(), QDialog::Accepted);
     EXPECT_EQ(desk.state.mainTitle,
               u"Tarnwell Solutions Porvane 90  [ 2 Records Deleted for the 5 of MARCH 2024 ]");
 }
 
-// A text that Windows-1252 cannot hold would match every "?" the files hold in its place.
-TEST_F(MultiDeleteWindowTest, aTextTheFilesCannotHold_isRefused) {
-    MultiDeleteWindow window(desk.state, dates);
-    window.show();
-    find<QComboBox>(window, "CBDListBy")->setCurrentText(u"NAME"_s);
-    EXPECT_EQ(find<QLabel>(window, "laDListBy")->text(), u"Find Visitor by:");
-    EXPECT_EQ(find<QLabel>(window, "laDFind")->text(), u"Enter Name");
-    auto* text = find<QLineEdit>(window, "DFindTB");
-    text->setFocus();
-    QTest::sendKeyEvent(QTest::Click, text, Qt::Key_unknown, u"\u0141"_s, Qt::NoModifier);
-    QTest::keyClicks(text, u"ukasz"_s);
-    QTest::mouseClick(find<QPushButton>(window, "cmdMDELDelete"), Qt::LeftButton);
-    EXPECT_EQ(desk.prompter.texts(),
-              QStringList{u"The text [ \u0141ukasz ] has a character that the booking "
-                          u"files cannot hold, so no booking can contain it. Nothing was "
-                          u"deleted."_s});
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(march(), ann + "\r\n" + bob + "\r\n" + cy + "\r\n");
-}
-
-TEST_F(MultiDeleteWindowTest, aFailureIsShownAndTheWindowStaysOpen) {
-    MultiDeleteWindow window(desk.state, dates);
-    window.show();
-    find<QComboBox>(window, "CBMDELMonth")->setCurrentText(u"APRIL"_s); // no file for April
-    find<QComboBox>(window, "CBMDELDay")->setCurrentText(u"2"_s);
-    find<QPushButton>(window, "cmdMDELDelete")->click();
-    EXPECT_TRUE(window.isVisible());
-    ASSERT_EQ(desk.prompter.messages().size(), 1);
-    EXPECT_TRUE(desk.prompter.last().text.startsWith(u"Nothing was deleted: File not found: "));
-    EXPECT_TRUE(desk.prompter.last().text.endsWith(u" (error 53)."));
-}
-
-// Switched off, the main window's button cannot be pressed; enabled, it opens the window (the test below).
-TEST_F(MultiDeleteWindowTest, mainWindowPurgeButton_followsTheSettings) {
-    RecordStore records = desk.recordStore();
-    RecordStoreBooking store{records};
-    desk.state.settings.ckDisMultiD = u"1"_s;
-    MainWindow window(desk.state, store);
-    EXPECT_FALSE(window.findChild<QPushButton*>(u"cmdMultiDELETE"_s)->isEnabled());
-}
-
 TEST_F(MultiDeleteWindowTest, purgeFromTheMainWindow_showsTheResultInItsTitleAndRefreshesTheList) {
-    writeLines(u"Record/2406.vrf"_s,
-               {handLine({{1, "240601090000"}, {14, "Ann"}, {31, "Lee"}, {1116, "0900"}}),
-                handLine({{1, "240602090000"}, {14, "Bob"}, {31, "Ray"}, {1120, "1000"}})});
+    writeLines(u"Record/2406.vrf"_s, {handBooking("240601090000", "Ann", "Lee", {{slot(15), "0900"}}),
+                                      handBooking("240602090000", "Bob", "Ray", {{slot(16), "1000"}})});
     RecordStore records = desk.recordStore();
     RecordStoreBooking store{records};
     MainWindow window(desk.state, store);
     window.show();
-    window.findChild<QPushButton*>(u"cmdGetToday"_s)->click();
-    QAbstractItemModel* grid = window.findChild<QTableView*>(u"StatGrid"_s)->model();
+    find<QPushButton>(&window, "cmdGetToday")->click();
+    QAbstractItemModel* grid = find<QTableView>(&window, "StatGrid")->model();
     ASSERT_EQ(grid->index(0, 0).data().toString(), u"240601090000");
 
     desk.prompter.clear();
@@ -149,11 +102,11 @@ TEST_F(MultiDeleteWindowTest, purgeFromTheMainWindow_showsTheResultInItsTitleAnd
     QTimer::singleShot(0, [this] {
         auto* dialog = qobject_cast<MultiDeleteWindow*>(QApplication::activeModalWidget());
         ASSERT_NE(dialog, nullptr);
-        EXPECT_EQ(dialog->findChild<QComboBox*>(u"CBMDELMonth"_s)->currentText(), u"JUNE");
-        dialog->findChild<QComboBox*>(u"CBMDELDay"_s)->setCurrentText(u"15"_s);
-        QTest::mouseClick(dialog->findChild<QPushButton*>(u"cmdMDELDelete"_s), Qt::LeftButton);
+        EXPECT_EQ(find<QComboBox>(dialog, "CBMDELMonth")->currentText(), u"JUNE");
+        find<QComboBox>(dialog, "CBMDELDay")->setCurrentText(u"15"_s);
+        QTest::mouseClick(find<QPushButton>(dialog, "cmdMDELDelete"), Qt::LeftButton);
     });
-    window.findChild<QPushButton*>(u"cmdMultiDELETE"_s)->click();
+    find<QPushButton>(&window, "cmdMultiDELETE")->click();
     EXPECT_EQ(window.windowTitle(),
               u"Tarnwell Solutions Porvane 90  [ One Record Deleted for the 15 of JUNE 2024 ]");
     EXPECT_NE(grid->index(0, 0).data().toString(), u"240601090000") << "the day list was built again";

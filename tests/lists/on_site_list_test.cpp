@@ -25,7 +25,7 @@ struct OnSiteTest : ListsFixture {
 // Nobody due gives an empty file and an empty list, without a message; then the rebuild reads thirteen
 // months.
 TEST_F(OnSiteTest, rebuildTakesTodaysTimesAndCoveringPassesFromThirteenMonths) {
-    writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000002"}, {14, "Tomorrow"}, {1120, "1000"}})});
+    writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000002"}, {14, "Tomorrow"}, {slot(16), "1000"}})});
     EXPECT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
     EXPECT_TRUE(desk.folder.exists(statusFile));
     EXPECT_TRUE(desk.folder.read(statusFile).isEmpty());
@@ -34,13 +34,14 @@ TEST_F(OnSiteTest, rebuildTakesTodaysTimesAndCoveringPassesFromThirteenMonths) {
 
     // Without a status file, everyone due starts with "  -  " marks.
     ASSERT_TRUE(QFile::remove(desk.folder.path(statusFile)));
-    writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000001"}, {14, "Today"}, {1116, "1000"}}),
-                                      handLine({{1, "240601000002"}, {14, "Tomorrow"}, {1120, "1000"}})});
+    writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000001"}, {14, "Today"}, {slot(15), "1000"}}),
+                                      handLine({{1, "240601000002"}, {14, "Tomorrow"}, {slot(16), "1000"}})});
     // A pass recorded three months ago that runs until next week; its slot for "the 15th" is March's.
-    writeLines(
-        u"Record/2403.vrf"_s,
-        {handLine(
-            {{1, "240301000003"}, {14, "March"}, {936, "01-03-2024"}, {947, "20-06-2024"}, {1116, "0800"}})});
+    writeLines(u"Record/2403.vrf"_s, {handLine({{1, "240301000003"},
+                                                {14, "March"},
+                                                {936, "01-03-2024"},
+                                                {947, "20-06-2024"},
+                                                {slot(15), "0800"}})});
     // Seven months back is never read.
     writeLines(u"Record/2311.vrf"_s,
                {handLine({{1, "231101000004"}, {14, "Old"}, {936, "01-11-2023"}, {947, "31-12-2024"}})});
@@ -68,9 +69,9 @@ TEST_F(OnSiteTest, rebuildTakesTodaysTimesAndCoveringPassesFromThirteenMonths) {
 // status file is read as far as it makes sense and then written whole.
 TEST_F(OnSiteTest, marksSurviveEveryRebuildByRegNo_twinsEachKeepTheirs) {
     writeLines(u"Record/2406.vrf"_s,
-               {handLine({{1, "240601000001"}, {14, "Ann"}, {550, "Acme NEW"}, {1116, "0900"}}),
-                handLine({{1, "240601000002"}, {14, "Twin"}, {1116, "0900"}}),
-                handLine({{1, "240601000002"}, {14, "Twin2"}, {1116, "0930"}})});
+               {handLine({{1, "240601000001"}, {14, "Ann"}, {550, "Acme NEW"}, {slot(15), "0900"}}),
+                handLine({{1, "240601000002"}, {14, "Twin"}, {slot(15), "0900"}}),
+                handLine({{1, "240601000002"}, {14, "Twin2"}, {slot(15), "0930"}})});
     writeLines(statusFile, {handLine({{1, "240601000001"}, {550, "Acme"}, {991, "09:05"}, {996, "  -  "}}),
                             handLine({{1, "240601000002"}, {991, "09:10"}, {996, "11:00"}}),
                             handLine({{1, "240601000002"}, {991, "09:40"}, {996, "  -  "}})});
@@ -89,7 +90,7 @@ TEST_F(OnSiteTest, marksSurviveEveryRebuildByRegNo_twinsEachKeepTheirs) {
 
     // A third line of the RegNo appears: it keeps the month file's columns, the two marked ones their marks.
     QByteArray month = desk.folder.read(u"Record/2406.vrf"_s);
-    month += handLine({{1, "240601000002"}, {14, "Twin3"}, {1116, "1000"}}) + "\r\n";
+    month += handLine({{1, "240601000002"}, {14, "Twin3"}, {slot(15), "1000"}}) + "\r\n";
     desk.folder.write(u"Record/2406.vrf"_s, month);
     ASSERT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
     QList<QByteArray> lines = statusLines();
@@ -131,7 +132,7 @@ TEST_F(OnSiteTest, arrivalAndDepartureColours) {
 // A rebuild that cannot read a month keeps the old status file and lists it; without a Status folder there
 // is neither file nor list. Either is an error in the title, not a message.
 TEST_F(OnSiteTest, aFailedRebuildKeepsTheStatusFileAsItWas) {
-    writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000001"}, {1116, "0900"}})});
+    writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000001"}, {slot(15), "0900"}})});
     const QByteArray before =
         handLine({{1, "240601000009"}, {14, "Kept"}, {991, "08:00"}, {996, "  -  "}}) + "\r\n";
     desk.folder.write(statusFile, before);

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 using porvane::test::AdminRun;
-using porvane::test::handLine;
+using porvane::test::handBooking;
+using porvane::test::runAdmin;
+using porvane::test::slot;
 using porvane::test::TempDataFolder;
 using namespace Qt::Literals::StringLiterals;
 
@@ -15,8 +17,8 @@ AdminRun purge(const TempDataFolder& folder, const QStringList& args, const QByt
     return porvane::test::runAdmin(folder, u"2024-06-15"_s, QStringList{u"purge"_s} + args, input);
 }
 
-const QByteArray kMarch = handLine({{1, "240301090000"}, {14, "Ann"}, {31, "Lee"}, {1076, "0900"}}) + "\r\n" +
-                          handLine({{1, "240302090000"}, {14, "Bob"}, {31, "Ray"}, {1080, "1000"}}) + "\r\n";
+const QByteArray kMarch = handBooking("240301090000", "Ann", "Lee", {{slot(5), "0900"}}) + "\r\n" +
+                          handBooking("240302090000", "Bob", "Ray", {{slot(6), "1000"}}) + "\r\n";
 
 TEST(PurgeCommand, yesDeletesWithoutAsking_andPrintsTheDesksResultText) {
     TempDataFolder folder;
@@ -50,6 +52,12 @@ TEST(PurgeCommand, withoutYesAsksOnTheTerminal_andOnlyYDeletes) {
     ASSERT_EQ(r.status, 0) << r.err.toStdString();
     EXPECT_EQ(r.out, u"All Bookings for MARCH 2024 Deleted\n");
     EXPECT_EQ(folder.read(u"Record/2403.vrf"_s), QByteArray());
+    // The emptied month is a month without bookings: its list shows no rows and says nothing.
+    const AdminRun list =
+        runAdmin(folder, u"2024-06-15"_s, {u"--csv"_s, u"list"_s, u"month"_s, u"2024-03"_s});
+    EXPECT_EQ(list.status, 0);
+    EXPECT_EQ(list.outLines().size(), 1) << list.out.toStdString();
+    EXPECT_TRUE(list.err.isEmpty()) << list.err.toStdString();
 }
 
 TEST(PurgeCommand, wrongArgumentsAreUsageErrors_andFailuresExitOne) {

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 using porvane::test::AdminRun;
-using porvane::test::handLine;
+using porvane::test::handBooking;
 using porvane::test::TempDataFolder;
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,14 +18,9 @@ namespace {
 struct PassCommand : ::testing::Test {
     PassCommand() {
         folder.write(u"Record/2611.vrf"_s,
-                     handLine({{1, "261103090000"}, {14, "Ada"}, {31, "Quist"}, {550, "Quist Surveys"}}) +
-                         "\r\n" +
-                         handLine({{1, "261114093012"},
-                                   {14, "Bert"},
-                                   {31, "Rowe"},
-                                   {525, "ENGINEERING"},
-                                   {550, "Rowe & Sons"},
-                                   {989, "1"}}) +
+                     handBooking("261103090000", "Ada", "Quist", {{550, "Quist Surveys"}}) + "\r\n" +
+                         handBooking("261114093012", "Bert", "Rowe",
+                                     {{525, "ENGINEERING"}, {550, "Rowe & Sons"}, {989, "1"}}) +
                          "\r\n");
         QImage photo(150, 200, QImage::Format_RGB888);
         photo.fill(Qt::darkGray);

@@ -25,30 +25,6 @@ struct PassDesk : test::TestDesk {
 
 } // namespace
 
-TEST(PassIssue, opensAsATodayDayPassWithTheIssueStampAndPreview) {
-    PassDesk d;
-    d.state.settings.ckEnbl_BarOP = u"1"_s;
-    d.pass.requestRemoval();
-    d.pass.open();
-    const auto& v = d.pass.view();
-    EXPECT_EQ(d.pass.working().PassIssueStamp, u"14-11-2026 at 09:05");
-    EXPECT_EQ(v.PassTimeTB, u"14-11-2026 at 09:05");
-    EXPECT_EQ(d.pass.working().PassStartDate, u"14-11-2026");
-    EXPECT_EQ(d.pass.working().PassPeriodCode, u"1D");
-    EXPECT_EQ(v.PASSValidTB, u"DAY PASS  14 NOV 2026");
-    EXPECT_EQ(v.laDayNotice, u"PRINTING PASS ONLY VALID TODAY");
-    EXPECT_EQ(v.PassNameTB, u"Ada Quist");
-    EXPECT_EQ(v.PassRegOPTB, u"No. 261114090000");
-    EXPECT_EQ(v.FirmNameTB, u"HARBOUR WORKS");
-    EXPECT_EQ(v.laBC, u"*261114090000*");
-    EXPECT_TRUE(v.laBCVisible);
-    EXPECT_TRUE(v.LogoImage.isEmpty());
-    EXPECT_TRUE(v.printEnabled);
-    EXPECT_FALSE(v.removeEnabled);
-    EXPECT_FALSE(d.pass.removalRequested());
-    EXPECT_TRUE(v.PassPortIma.endsWith(u"_PSF/IRender/currentfile.bmp"));
-}
-
 TEST(PassIssue, aRecordClaimingAMissingPhotoIsCorrectedOnOpening) {
     PassDesk d;
     d.state.record[Field::PhotoOnFile] = u"1"_s;
@@ -92,21 +68,6 @@ TEST(PassIssue, endDatesFollowTheCalendar) {
     }
 }
 
-TEST(PassIssue, aOneDayPassIsAlwaysForTodayAndHasNoCalendar) {
-    PassDesk d;
-    d.pass.open();
-    d.pass.choose(u"TWO"_s, u"Day"_s);
-    d.pass.pickCalendarDay(QDate(2026, 11, 25));
-    EXPECT_EQ(d.pass.working().PassEndDate, u"27-11-2026");
-    d.pass.choosePassNumber(u"ONE"_s);
-    EXPECT_EQ(d.pass.view().PassTodayTB, u"Today");
-    EXPECT_EQ(d.pass.working().PassStartDate, u"14-11-2026");
-    EXPECT_EQ(d.pass.working().PassEndDate, u"15-11-2026");
-    d.pass.toggleCalendar();
-    EXPECT_FALSE(d.pass.view().calendarShown);
-    EXPECT_EQ(d.prompter.last().text, u"You can only Issue/Print a Day Pass for TODAY");
-}
-
 TEST(PassIssue, anUnknownPeriodChangesNothing) {
     PassDesk d;
     d.pass.open();
@@ -116,15 +77,4 @@ TEST(PassIssue, anUnknownPeriodChangesNothing) {
     EXPECT_EQ(d.pass.working().PassCount, 4);
     EXPECT_EQ(d.pass.working().PassPeriodCode, u"4M");
     EXPECT_EQ(d.pass.working().PassEndDate, u"14-03-2027");
-}
-
-TEST(PassIssue, periodCodesInWords) {
-    EXPECT_EQ(passPeriodWords(u"1D"_s), u"1 Day");
-    EXPECT_EQ(passPeriodWords(u"2W"_s), u"2 Weeks");
-    EXPECT_EQ(passPeriodWords(u"3M"_s), u"3 Months");
-    EXPECT_EQ(passPeriodWords(u"1w"_s), u"1 Week");
-    EXPECT_EQ(passPeriodWords(u"6d"_s), u"6 Days");
-    EXPECT_EQ(passPeriodWords(u"2X"_s), u"[ Unknown ]");
-    EXPECT_EQ(passPeriodWords(u"          "_s), u"[ Unknown ]");
-    EXPECT_EQ(passPeriodWords(QString()), u"[ Unknown ]");
 }

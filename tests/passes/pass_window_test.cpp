@@ -4,6 +4,7 @@
 #include "scanned_bar_code.h"
 #include "store/record_store.h"
 #include "test_desk.h"
+#include "widgets.h"
 
 #include <QBuffer>
 #include <QCalendarWidget>
@@ -43,15 +44,11 @@ QString run(const QString& program, const QStringList& args) {
 // 09:05 on 14 November 2026. Ada (open in the desk) and Bert are booked today, each with a photo on file:
 // Ada's blue, Bert's red.
 struct PassWindowDesk : test::TestDesk {
-    const QByteArray ada = test::handLine({{1, "261114090000"},
-                                           {14, "Ada"},
-                                           {31, "Quist"},
-                                           {525, "ENGINEERING"},
-                                           {550, "Quist Surveys"},
-                                           {989, "1"},
-                                           {1112, "0900"}});
-    const QByteArray bert = test::handLine(
-        {{1, "261114091500"}, {14, "Bert"}, {31, "Rowe"}, {550, "Rowe & Sons"}, {989, "1"}, {1112, "0915"}});
+    const QByteArray ada = test::handBooking(
+        "261114090000", "Ada", "Quist",
+        {{525, "ENGINEERING"}, {550, "Quist Surveys"}, {989, "1"}, {test::slot(14), "0900"}});
+    const QByteArray bert = test::handBooking("261114091500", "Bert", "Rowe",
+                                              {{550, "Rowe & Sons"}, {989, "1"}, {test::slot(14), "0915"}});
     int renders = 0;
 
     PassWindowDesk()
@@ -85,12 +82,6 @@ struct PassWindowDesk : test::TestDesk {
     }
 };
 
-template <typename W> W* child(QWidget& window, const char* name) {
-    W* widget = window.findChild<W*>(QString::fromLatin1(name));
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
-}
-
 void choose(QComboBox* box, const QString& text) {
     box->setFocus();
     while (box->currentText() != text && box->currentIndex() + 1 < box->count())
@@ -107,28 +98,28 @@ TEST(PassWindow, deletingAnotherVisitorsPhoto_keepsThisVisitorsPhotoOnHerPass) {
         PhotoManagerWindow photos(d.state, parent);
         photos.show();
         EXPECT_EQ(photos.windowTitle(), u"Manage Photo  [ 261114090000 ]");
-        EXPECT_EQ(child<QComboBox>(photos, "CBHPMonth")->currentText(), u"Nov 2026");
-        QTest::mouseClick(child<QPushButton>(photos, "cmdHPList"), Qt::LeftButton);
-        auto* grid = child<QTableView>(photos, "PhotoGrid");
+        EXPECT_EQ(test::find<QComboBox>(&photos, "CBHPMonth")->currentText(), u"Nov 2026");
+        test::click(&photos, "cmdHPList");
+        auto* grid = test::find<QTableView>(&photos, "PhotoGrid");
         ASSERT_EQ(grid->model()->rowCount(), 2);
-        EXPECT_EQ(child<QLabel>(photos, "laHPStatus")->text(), u"2 Photos Found");
+        EXPECT_EQ(test::find<QLabel>(&photos, "laHPStatus")->text(), u"2 Photos Found");
         grid->setCurrentIndex(grid->model()->index(1, 0));
-        ASSERT_EQ(child<QLabel>(photos, "LAHPName")->text(), u"Bert Rowe");
-        EXPECT_EQ(child<QLabel>(photos, "LaHPPassI")->text(), u"No Pass");
+        ASSERT_EQ(test::find<QLabel>(&photos, "LAHPName")->text(), u"Bert Rowe");
+        EXPECT_EQ(test::find<QLabel>(&photos, "LaHPPassI")->text(), u"No Pass");
         d.prompter.queue(Answer::Ok);
-        QTest::mouseClick(child<QPushButton>(photos, "cmdHPDelete"), Qt::LeftButton);
+        test::click(&photos, "cmdHPDelete");
         EXPECT_EQ(d.prompter.last().text, u"This will permanently delete the photo for Bert Rowe");
         EXPECT_EQ(grid->model()->rowCount(), 1);
-        EXPECT_EQ(child<QLabel>(photos, "laHPStatus")->text(), u"Photo Deleted");
+        EXPECT_EQ(test::find<QLabel>(&photos, "laHPStatus")->text(), u"Photo Deleted");
         photos.accept();
     };
     PassWindow window(d.state, hooks);
     window.show();
-    QTest::mouseClick(child<QPushButton>(window, "cmdGetPhoto"), Qt::LeftButton);
+    test::click(&window, "cmdGetPhoto");
     ASSERT_FALSE(d.folder.exists(u"photo/2611/261114091500_Bert_Rowe.bmp"_s));
     ASSERT_TRUE(d.folder.exists(u"photo/2611/261114090000_Ada_Quist.bmp"_s));
 
-    QTest::mouseClick(child<QPushButton>(window, "cmdPrintPass"), Qt::LeftButton);
+    test::click(&window, "cmdPrintPass");
     EXPECT_EQ(d.renders, 1);
     for (const QString& text : d.prompter.texts())
         EXPECT_FALSE(text.startsWith(u"No Photo Found")) << "her photo is on file";
@@ -144,15 +135,15 @@ TEST(PassWindow, aBackDatedStart_cannotBePrintedUntilAValidStartIsPicked) {
     PassWindowDesk d;
     PassWindow window(d.state, d.hooks());
     window.show();
-    auto* print = child<QPushButton>(window, "cmdPrintPass");
-    auto* valid = child<QLabel>(window, "PASSValidTB");
-    auto* calendar = child<QCalendarWidget>(window, "Calendar2");
+    auto* print = test::find<QPushButton>(&window, "cmdPrintPass");
+    auto* valid = test::find<QLabel>(&window, "PASSValidTB");
+    auto* calendar = test::find<QCalendarWidget>(&window, "Calendar2");
     const QByteArray before = d.folder.read(u"Record/2611.vrf"_s);
 
-    choose(child<QComboBox>(window, "PassNumberCB"), u"TWO"_s);
-    choose(child<QComboBox>(window, "PassPeriodCB"), u"Week"_s);
+    choose(test::find<QComboBox>(&window, "PassNumberCB"), u"TWO"_s);
+    choose(test::find<QComboBox>(&window, "PassPeriodCB"), u"Week"_s);
     EXPECT_EQ(valid->text(), u"Valid Until:  28 NOV 2026");
-    QTest::mouseClick(child<QPushButton>(window, "cmdCal"), Qt::LeftButton);
+    test::click(&window, "cmdCal");
     ASSERT_TRUE(calendar->isVisible());
     emit calendar->clicked(QDate(2026, 11, 10));
     EXPECT_EQ(d.prompter.last().text, u"You Cannot Issue a Pass DATED BEFORE Today");
@@ -160,7 +151,7 @@ TEST(PassWindow, aBackDatedStart_cannotBePrintedUntilAValidStartIsPicked) {
     EXPECT_FALSE(print->isEnabled());
 
     // Another length is not computed on from the back-dated start either.
-    choose(child<QComboBox>(window, "PassPeriodCB"), u"Month"_s);
+    choose(test::find<QComboBox>(&window, "PassPeriodCB"), u"Month"_s);
     EXPECT_EQ(valid->text(), u"I N V A L I D");
     EXPECT_FALSE(print->isEnabled());
     QTest::mouseClick(print, Qt::LeftButton);
@@ -168,7 +159,7 @@ TEST(PassWindow, aBackDatedStart_cannotBePrintedUntilAValidStartIsPicked) {
     EXPECT_EQ(d.renders, 0);
     EXPECT_EQ(d.folder.read(u"Record/2611.vrf"_s), before);
 
-    QTest::mouseClick(child<QPushButton>(window, "cmdCal"), Qt::LeftButton);
+    test::click(&window, "cmdCal");
     emit calendar->clicked(QDate(2026, 11, 20));
     EXPECT_EQ(valid->text(), u"Valid Until:  20 JAN 2027");
     ASSERT_TRUE(print->isEnabled());
@@ -192,8 +183,8 @@ TEST(PassWindow, theBarCodeSettingPutsTheWholeBarCodeOnOrOff) {
         d.state.settings.ckEnbl_BarOP = setting;
         PassWindow window(d.state, d.hooks());
         window.show();
-        EXPECT_EQ(child<QLabel>(window, "laBC")->isVisible(), setting == u"1");
-        QTest::mouseClick(child<QPushButton>(window, "cmdPrintPass"), Qt::LeftButton);
+        EXPECT_EQ(test::find<QLabel>(&window, "laBC")->isVisible(), setting == u"1");
+        test::click(&window, "cmdPrintPass");
         ASSERT_EQ(d.renders, 1);
         const bool on = setting == u"1";
         EXPECT_EQ(d.pdfText().contains(u"*261114090000*"), on);
@@ -201,7 +192,7 @@ TEST(PassWindow, theBarCodeSettingPutsTheWholeBarCodeOnOrOff) {
     }
 }
 
-// Removing a pass asks while the window closes; No (or Cancel) keeps the window and the pass.
+// Removing a pass asks first; No (or Cancel) keeps the window and the pass.
 TEST(PassWindow, asksBeforeRemovingAPass) {
     PassWindowDesk d;
     d.state.record[Field::PassStart] = u"14-11-2026"_s;
@@ -210,11 +201,11 @@ TEST(PassWindow, asksBeforeRemovingAPass) {
     d.state.record[Field::PassIssued] = u"14-11-2026 at 08:55"_s;
     PassWindow window(d.state, d.hooks());
     window.show();
-    QTest::mouseClick(child<QPushButton>(window, "cmdClosePass"), Qt::LeftButton);
+    test::click(&window, "cmdClosePass");
     EXPECT_TRUE(d.prompter.messages().isEmpty()) << "a plain close asks nothing";
     window.show();
     d.prompter.queue(Answer::No);
-    QTest::mouseClick(child<QPushButton>(window, "cmdRemovePass"), Qt::LeftButton);
+    test::click(&window, "cmdRemovePass");
     EXPECT_TRUE(window.isVisible());
     EXPECT_FALSE(window.passRemoved());
     EXPECT_EQ(d.prompter.last().text, u"This will REMOVE the pass record for Ada Quist\r\n\r\n"
@@ -223,11 +214,7 @@ TEST(PassWindow, asksBeforeRemovingAPass) {
                                       u"Quist Surveys  [ 261114090000 ]\r\n\r\n"
                                       u"Do you wish to proceed ?");
     EXPECT_EQ(d.prompter.last().buttons, Buttons::YesNoCancel);
-    d.prompter.queue(Answer::Yes);
-    QTest::mouseClick(child<QPushButton>(window, "cmdRemovePass"), Qt::LeftButton);
-    EXPECT_FALSE(window.isVisible());
-    EXPECT_TRUE(window.passRemoved());
-    EXPECT_EQ(d.prompter.messages().size(), 2);
+    // Yes, and the pass columns going blank, is the desk flow's (revokingAPass...).
 }
 
 // With no printer installed the pass can be saved as a PDF file in the documents folder instead; No stores
@@ -244,7 +231,7 @@ TEST(PassWindow, withoutAPrinter_thePassIsSavedAsPdfInTheDocumentsFolder) {
     const QByteArray before = d.folder.read(u"Record/2611.vrf"_s);
 
     d.prompter.queue(Answer::No);
-    QTest::mouseClick(child<QPushButton>(window, "cmdPrintPass"), Qt::LeftButton);
+    test::click(&window, "cmdPrintPass");
     EXPECT_EQ(
         d.prompter.texts(),
         (QStringList{u"No printer is installed.\r\nSave the pass as a PDF file instead, as %1?"_s.arg(file),
@@ -253,7 +240,7 @@ TEST(PassWindow, withoutAPrinter_thePassIsSavedAsPdfInTheDocumentsFolder) {
 
     d.prompter.clear();
     d.prompter.queue(Answer::Yes);
-    QTest::mouseClick(child<QPushButton>(window, "cmdPrintPass"), Qt::LeftButton);
+    test::click(&window, "cmdPrintPass");
     EXPECT_EQ(d.prompter.texts().value(1), u"The pass was saved as %1"_s.arg(file));
     const QString printed = run(u"pdftotext"_s, {file, u"-"_s}).simplified();
     for (const QString& text :

@@ -1,5 +1,6 @@
 #include "photos/camera_window.h"
 #include "test_desk.h"
+#include "widgets.h"
 
 #include <QCameraDevice>
 #include <QComboBox>
@@ -16,12 +17,12 @@ TEST(CameraWindow, withoutACameraSaysSoAndSnapsNothing) {
     test::TestDesk d(QDateTime(QDate(2026, 11, 14), QTime(10, 0)));
     d.state.record[Field::RegNo] = u"261114100000"_s;
     CameraWindow window(d.state);
-    EXPECT_EQ(window.findChild<QComboBox*>(u"cbDriver"_s)->currentText(), u"<none>");
+    EXPECT_EQ(test::find<QComboBox>(&window, "cbDriver")->currentText(), u"<none>");
     ASSERT_EQ(d.prompter.messages().size(), 1);
     EXPECT_EQ(d.prompter.last().text, u"Problem: Porvane Can't detect a Working Camera");
-    EXPECT_FALSE(window.findChild<QPushButton*>(u"cmdEnterSetup"_s)->isVisibleTo(&window));
+    EXPECT_FALSE(test::find<QPushButton>(&window, "cmdEnterSetup")->isVisibleTo(&window));
 
-    window.findChild<QPushButton*>(u"cmdSaveDIB"_s)->click();
+    test::find<QPushButton>(&window, "cmdSaveDIB")->click();
     EXPECT_EQ(d.prompter.messages().size(), 2); // says why there is no photo
     EXPECT_FALSE(d.folder.exists(u"photo/2611"_s));
 }

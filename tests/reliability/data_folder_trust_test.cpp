@@ -3,6 +3,7 @@
 // forked child that drops to nobody.
 #include "../store/store_fixture.h"
 #include "admin_run.h"
+#include "child_process.h"
 #include "store/data_lock.h"
 #include "store/line_reader.h"
 
@@ -19,23 +20,6 @@ using namespace porvane::test;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr uid_t kNobody = 65534;
-
-// Runs check in a forked child, as nobody when asNobody; the child's verdict, or false when it was killed
-// by the alarm (a hang) or crashed.
-bool inChild(const std::function<bool()>& check, bool asNobody = false, unsigned seconds = 10) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::alarm(seconds);
-        if (asNobody && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
-            ::_exit(3);
-        ::_exit(check() ? 0 : 1);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
 
 // Answers every question about a busy lock with `answer`, noting the holders it was asked about.
 struct NotingQuestion final : LockHolderQuestion {
@@ -64,11 +48,11 @@ QByteArray lockText(qint64 pid, const QString& host) {
 struct DataFolderTrust : ::testing::Test {
     TempDataFolder folder;
     QString month = folder.path(u"Record/2611.vrf"_s);
-    const QByteArray kLine = handLine({{1, "261105090000"}, {14, "Ann"}, {31, "Lee"}});
+    const QByteArray kLine = handBooking("261105090000", "Ann", "Lee");
 
     // Lets nobody into the folder and its data, as a shared folder lets in the other desks' users.
     void shareWithNobody() {
-        ::chmod(QFile::encodeName(QFileInfo(folder.appPath()).absoluteFilePath()).constData(), 0755);
+        folder.openToOtherUsers();
         for (const char* sub : {"", "Record", "Status"})
             ::chmod(QFile::encodeName(folder.path(QString::fromLatin1(sub))).constData(), 0777);
     }
@@ -140,7 +124,7 @@ TEST_F(DataFolderTrust, anotherUsersLockIsReadAndWaitedFor_andOneThatCannotBeRea
     ASSERT_EQ(held.acquire(), DataLock::State::Held);
     ::umask(oldMask);
     const qint64 own = ::getpid();
-    EXPECT_TRUE(inChild(
+    EXPECT_TRUE(inChildProcess(
         [&] {
             DataLock lock(folder.dataPath(), std::chrono::milliseconds(400));
             return lock.acquire() == DataLock::State::Busy && lock.holder().known && lock.holder().pid == own;
@@ -152,7 +136,7 @@ TEST_F(DataFolderTrust, anotherUsersLockIsReadAndWaitedFor_andOneThatCannotBeRea
     // Mode 600 and root's: nobody cannot read it, though it names a process that is gone.
     folder.write(u"porvane.lock"_s, lockText(deadPid(), QSysInfo::machineHostName()));
     ::chmod(QFile::encodeName(DataLock::lockPath(folder.dataPath())).constData(), 0600);
-    EXPECT_TRUE(inChild(
+    EXPECT_TRUE(inChildProcess(
         [&] {
             DataLock lock(folder.dataPath(), std::chrono::milliseconds(400));
             return lock.acquire() == DataLock::State::Busy && !lock.holder().known;
@@ -233,7 +217,7 @@ TEST_F(DataFolderTrust, linksOutOfTheDataFolderAreNeverFollowed) {
 // on it, least of all while holding the lock.
 TEST_F(DataFolderTrust, aPipeInPlaceOfADataFileIsRefusedAtOnce) {
     ASSERT_EQ(::mkfifo(QFile::encodeName(month).constData(), 0666), 0);
-    EXPECT_TRUE(inChild([&] {
+    EXPECT_TRUE(inChildProcess([&] {
         LineReader reader(month);
         QByteArrayView line;
         QByteArray bytes;
@@ -275,8 +259,8 @@ TEST_F(DataFolderTrust, leftoverTemporaryFilesGoWithTheNextChange) {
 // searched for as typed.
 TEST_F(DataFolderTrust, aSearchTextTheFilesCannotHoldIsRefused_notSearchedForAsQuestionMarks) {
     folder.write(u"Record/2611.vrf"_s,
-                 crLf({handLine({{1, "261105090000"}, {14, "????"}, {31, "??????"}, {1076, "0900"}}),
-                       handLine({{1, "261106090000"}, {14, "Jos\xe9"}, {31, "Lee"}, {1080, "0900"}})}));
+                 crLf({handBooking("261105090000", "????", "??????", {{slot(5), "0900"}}),
+                       handBooking("261106090000", "Jos\xe9", "Lee", {{slot(6), "0900"}})}));
     const AdminRun refused = runAdmin(folder, u"2026-11-20"_s,
                                       {u"search"_s, u"2026-11"_s, u"NAME"_s, u"\u041E\u043B\u0435\u0433"_s});
     EXPECT_EQ(refused.status, 1);

@@ -53,12 +53,10 @@ TEST_F(FullDisk, saveAndUpdateFailWithDiskFull_leaveTheMonthAndNoTemporaryFile_a
     // A month of ten pages, and a filler that leaves room for the lock file but not for one byte more.
     QByteArray month;
     for (int i = 0; i < 34; ++i)
-        month +=
-            handLine(
-                {{1, (u"2403%1"_s.arg(i % 28 + 1, 2, 10, QChar(u'0')) + u"090000"_s).toLatin1().constData()},
-                 {14, "Full"},
-                 {31, QByteArray::number(i).constData()}}) +
-            "\r\n";
+        month += handBooking(
+                     (u"2403%1"_s.arg(i % 28 + 1, 2, 10, QChar(u'0')) + u"090000"_s).toLatin1().constData(),
+                     "Full", QByteArray::number(i).constData()) +
+                 "\r\n";
     ASSERT_EQ((month.size() + page - 1) / page, 10);
     desk.folder.write(u"Record/2403.vrf"_s, month);
     desk.folder.write(u"filler"_s, QByteArray(qsizetype(kPages - 10 - 1) * page, 'f'));
@@ -94,7 +92,7 @@ TEST_F(FullDisk, saveAndUpdateFailWithDiskFull_leaveTheMonthAndNoTemporaryFile_a
     ASSERT_TRUE(result.ok()) << result.error.text.toStdString();
     const QByteArray after = desk.folder.read(u"Record/2403.vrf"_s);
     EXPECT_EQ(after.size(), month.size() + 1188);
-    EXPECT_EQ(RecordLine(after).trimmed(Field::CarReg), u"typed");
+    EXPECT_EQ(handColumns(after, 69, 10), "typed");
 }
 
 // With no room even for the lock, the refusal names the full disk, not a permission the desk has.

@@ -5,7 +5,6 @@
 #include "store/record_store.h"
 #include "test_desk.h"
 
-#include <QDirIterator>
 #include <gtest/gtest.h>
 
 using namespace porvane;
@@ -16,18 +15,6 @@ namespace {
 
 const QStringList kHostile{u"../../x"_s, u"a/b"_s,      u"..\\..\\x"_s,   u".."_s, u"."_s,
                            u"x\ny"_s,    u"\x01\x1f"_s, u"/etc/passwd"_s, u"*"_s,  u"2403/../../.."_s};
-
-// Every file under root, by its path below root, with its content: any file made, changed or removed shows.
-QMap<QString, QByteArray> snapshot(const QString& root) {
-    QMap<QString, QByteArray> files;
-    QDirIterator it(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        QFile f(it.next());
-        files.insert(QDir(root).relativeFilePath(f.fileName()),
-                     f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("unreadable"));
-    }
-    return files;
-}
 
 } // namespace
 
@@ -56,9 +43,9 @@ TEST(HostileNames, deletingBookingsWithHostileNamesRemovesNothingOutsideTheirPho
     QByteArray month;
     for (const QString& name : kHostile)
         if (!name.contains(u'\n')) // a line break would make two lines of it
-            month += handLine({{1, "240305090000"}, {14, name.toLatin1().constData()}, {31, "b"}}) + "\r\n";
+            month += handBooking("240305090000", name.toLatin1().constData(), "b") + "\r\n";
     desk.folder.write(u"Record/2403.vrf"_s, month);
-    const QMap<QString, QByteArray> before = snapshot(desk.folder.appPath());
+    const QMap<QString, QByteArray> before = desk.folder.contents(desk.folder.appPath());
 
     RecordStore store = desk.recordStore();
     for (const QString& regNoText : kHostile + QStringList{u"240305090000"_s}) {
@@ -72,7 +59,7 @@ TEST(HostileNames, deletingBookingsWithHostileNamesRemovesNothingOutsideTheirPho
         }
     }
     // Only the month file changed (its bookings are gone); what a traversal would hit is all there.
-    QMap<QString, QByteArray> after = snapshot(desk.folder.appPath());
+    QMap<QString, QByteArray> after = desk.folder.contents(desk.folder.appPath());
     QMap<QString, QByteArray> expected = before;
     expected[u"Porvanedata/Record/2403.vrf"_s] = QByteArray();
     EXPECT_EQ(after, expected);

@@ -8,7 +8,9 @@
 #include <sys/stat.h>
 
 using porvane::test::AdminRun;
+using porvane::test::handBooking;
 using porvane::test::handLine;
+using porvane::test::slot;
 using porvane::test::TempDataFolder;
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,15 +20,13 @@ AdminRun admin(const TempDataFolder& folder, const QStringList& args) {
     return porvane::test::runAdmin(folder, u"2024-02-10"_s, args);
 }
 
-const QByteArray kSound = handLine({{1, "240203090000"},
-                                    {14, "Ada"},
-                                    {31, "Quist"},
-                                    {936, "03-02-2024"},
-                                    {947, "04-02-2024"},
-                                    {969, "03-02-2024 at 09:00"},
-                                    {991, "09:05"},
-                                    {996, "  -  "},
-                                    {1060 + 4 * 28, "0930"}}); // 29 February 2024
+const QByteArray kSound = handBooking("240203090000", "Ada", "Quist",
+                                      {{936, "03-02-2024"},
+                                       {947, "04-02-2024"},
+                                       {969, "03-02-2024 at 09:00"},
+                                       {991, "09:05"},
+                                       {996, "  -  "},
+                                       {slot(29), "0930"}}); // 29 February 2024
 
 } // namespace
 
@@ -44,15 +44,11 @@ TEST(VerifyCommand, soundFolder_printsNothingAndExitsZero) {
 TEST(VerifyCommand, damagedLines_areEachReportedAsFileLineWhat_andTheListsStillReadThem) {
     TempDataFolder folder;
     QByteArray shortLine = kSound.left(600);
-    QByteArray badIds = handLine({{1, "24021X090000"}, {14, "Bad"}, {31, "Id"}});
-    QByteArray otherMonth = handLine({{1, "240303090000"}, {14, "Mar"}, {31, "Ch"}});
-    QByteArray badTimes = handLine({{1, "240205090000"},
-                                    {14, "Cy"},
-                                    {31, "Dee"},
-                                    {936, "31-02-2024"},
-                                    {991, "25:00"},
-                                    {1060, "12x0"},
-                                    {1060 + 4 * 29, "1000"}}); // day 30 of February
+    QByteArray badIds = handBooking("24021X090000", "Bad", "Id");
+    QByteArray otherMonth = handBooking("240303090000", "Mar", "Ch");
+    QByteArray badTimes = handBooking(
+        "240205090000", "Cy", "Dee",
+        {{936, "31-02-2024"}, {991, "25:00"}, {slot(1), "12x0"}, {slot(30), "1000"}}); // day 30 of February
     QByteArray withNul = kSound;
     withNul[40] = '\0';
     folder.write(u"Record/2402.vrf"_s, kSound + "\r\n" + shortLine + "\r\n" + badIds + "\n" + otherMonth +
@@ -105,9 +101,7 @@ TEST(VerifyCommand, oddFilesAndText_areReportedEscapedWithoutHanging_andCrEndedL
     QByteArray crMonth;
     for (int day = 1; day <= 6; ++day) {
         const QByteArray regNo = "2402" + QByteArray::number(day).rightJustified(2, '0') + "090000";
-        crMonth +=
-            handLine({{1, regNo.constData()}, {14, "Ewan"}, {31, "Wright"}, {1060 + 4 * (day - 1), "0900"}}) +
-            '\r';
+        crMonth += handBooking(regNo.constData(), "Ewan", "Wright", {{slot(day), "0900"}}) + '\r';
     }
     folder.write(u"Record/2402.vrf"_s, crMonth);
     QByteArray controls = kSound;

@@ -1,4 +1,5 @@
 #include "settings/folder_browser_dialog.h"
+#include "widgets.h"
 
 #include <QDir>
 #include <QLineEdit>
@@ -14,9 +15,7 @@ namespace {
 
 // Runs the dialog modally and presses one of its buttons once it is up.
 void runAndPress(FolderBrowserDialog& dialog, const char* button) {
-    QTimer::singleShot(0, &dialog, [&dialog, button] {
-        dialog.findChild<QPushButton*>(QString::fromLatin1(button))->click();
-    });
+    QTimer::singleShot(0, &dialog, [&dialog, button] { test::find<QPushButton>(&dialog, button)->click(); });
     dialog.exec();
 }
 
@@ -41,7 +40,7 @@ TEST(FolderBrowser, cancelKeepsThePath_okReturnsTheSelectedFolder_andOnlyAPathWi
 
     dialog.resize(420, 460);
     dialog.show();
-    auto* box = dialog.findChild<QLineEdit*>(u"txtBFFSelectedF"_s);
+    auto* box = test::find<QLineEdit>(&dialog, "txtBFFSelectedF");
     dialog.selectPath(deep);
     EXPECT_EQ(box->text(), deep);
     EXPECT_EQ(box->toolTip(), deep);

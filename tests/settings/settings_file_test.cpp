@@ -1,4 +1,5 @@
 #include "app/app_state.h"
+#include "child_process.h"
 #include "settings/settings_file.h"
 #include "test_desk.h"
 
@@ -6,7 +7,6 @@
 #include <QFile>
 #include <gtest/gtest.h>
 #include <sodium.h>
-#include <unistd.h>
 
 using namespace porvane;
 using namespace porvane::test;
@@ -159,15 +159,18 @@ TEST_F(SettingsFileTest, shortOrGarbageFileIsKeptAsACopy) {
     EXPECT_EQ(folder.read(keptRelative), QByteArray(big.size(), 'm'));
 }
 
+// A desk of a user who may not read the file (in a child process, which gives up root's rights).
 TEST_F(SettingsFileTest, fileWithoutReadPermissionIsUnreadable) {
-    if (geteuid() == 0)
-        GTEST_SKIP() << "running as root: file permissions do not stop root from reading";
     ASSERT_FALSE(ApplyDefaultSettings(state.AppPath, state.settings));
-    QFile::setPermissions(file(), QFileDevice::Permissions());
-    const SettingsLoad load = LoadSettings(state.AppPath, state.settings);
-    QFile::setPermissions(file(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    EXPECT_EQ(load.status, SettingsLoad::Status::Unreadable);
-    EXPECT_EQ(load.error.number, FileError::PermissionDenied);
+    ASSERT_TRUE(QFile::setPermissions(file(), QFileDevice::Permissions()));
+    folder.openToOtherUsers();
+    EXPECT_TRUE(inChildProcess(
+        [&] {
+            const SettingsLoad load = LoadSettings(state.AppPath, state.settings);
+            return load.status == SettingsLoad::Status::Unreadable &&
+                   load.error.number == FileError::PermissionDenied;
+        },
+        true));
 }
 
 TEST_F(SettingsFileTest, failedWriteKeepsDefaultsInMemoryAndSaysWhy) {

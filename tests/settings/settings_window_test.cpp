@@ -6,6 +6,7 @@
 #include "settings/settings_password_window.h"
 #include "settings/settings_window.h"
 #include "store/record_store.h"
+#include "widgets.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -27,16 +28,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-template <typename T> T* child(QWidget* parent, const char* name) {
-    auto* w = parent->findChild<T*>(QString::fromLatin1(name));
-    EXPECT_NE(w, nullptr) << name;
-    return w;
-}
-
-void click(QWidget* parent, const char* name) {
-    child<QPushButton>(parent, name)->click();
-}
-
 struct SettingsWindowTest : SavedSettingsFixture {
     void writePickLists(const QByteArray& bytes) const {
         desk.folder.write(u"../_PSF/PSystem/PACustom.ini"_s, bytes);
@@ -46,13 +37,13 @@ struct SettingsWindowTest : SavedSettingsFixture {
 TEST_F(SettingsWindowTest, changedFieldsAreWrittenToTheFileAndReadBack) {
     QTemporaryDir share;
     SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
-    child<QCheckBox>(&window, "ckMakeSysRdO")->click();
-    child<QCheckBox>(&window, "ckEnbl_BarOP")->click();
-    child<QCheckBox>(&window, "ckAllowExtCiPW")->click();
-    child<QLineEdit>(&window, "txtSiteName")->setText(u"Harbour Works Ltd"_s);
-    child<QLineEdit>(&window, "txtDataPath")->setText(share.path());
-    child<QLineEdit>(&window, "txtNewPW")->setText(u"Gr\u00FC\u00DFe 7"_s);
-    child<QLineEdit>(&window, "txtNewPW2")->setText(u"Gr\u00FC\u00DFe 7"_s);
+    find<QCheckBox>(&window, "ckMakeSysRdO")->click();
+    find<QCheckBox>(&window, "ckEnbl_BarOP")->click();
+    find<QCheckBox>(&window, "ckAllowExtCiPW")->click();
+    find<QLineEdit>(&window, "txtSiteName")->setText(u"Harbour Works Ltd"_s);
+    find<QLineEdit>(&window, "txtDataPath")->setText(share.path());
+    find<QLineEdit>(&window, "txtNewPW")->setText(u"Gr\u00FC\u00DFe 7"_s);
+    find<QLineEdit>(&window, "txtNewPW2")->setText(u"Gr\u00FC\u00DFe 7"_s);
     desk.prompter.queue(Answer::Yes); // make Record, Status and photo in the new folder
     click(&window, "cmdSave");
 
@@ -79,7 +70,7 @@ TEST_F(SettingsWindowTest, closingWithChangesAsks_cancelStaysNoDiscards) {
     const QByteArray before = settingsFile();
     SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
     window.show();
-    child<QCheckBox>(&window, "ckDisSingleD")->click();
+    find<QCheckBox>(&window, "ckDisSingleD")->click();
     desk.prompter.queue(Answer::Cancel);
     click(&window, "cmdClose");
     EXPECT_TRUE(window.isVisible());
@@ -96,7 +87,7 @@ TEST_F(SettingsWindowTest, helpKeyOpensTheFoldersPageOnTheFoldersTabAndTheModesP
     state.help.urlOpener = &opener;
     SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
     window.show();
-    auto* tabs = child<QTabWidget>(&window, "tabSettings");
+    auto* tabs = find<QTabWidget>(&window, "tabSettings");
     for (int tab = 0; tab < tabs->count(); ++tab) {
         tabs->setCurrentIndex(tab);
         QTest::keyClick(&window, Qt::Key_F1);
@@ -109,15 +100,6 @@ TEST_F(SettingsWindowTest, helpKeyOpensTheFoldersPageOnTheFoldersTabAndTheModesP
                                   u"ModesOfOperation2.html"_s}));
 }
 
-TEST_F(SettingsWindowTest, folderBoxesFollowTheNetworkPathsOption) {
-    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
-    auto* data = child<QLineEdit>(&window, "txtDataPath");
-    EXPECT_TRUE(data->isEnabled());
-    child<QCheckBox>(&window, "ckEnblNetPaths")->click();
-    EXPECT_FALSE(data->isEnabled());
-    EXPECT_FALSE(child<QPushButton>(&window, "cmdBrowseSystem")->isEnabled());
-}
-
 TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRules) {
     // LF and CR LF lines mixed; a blank line ends the category list.
     writePickLists("; site lists\r\n"
@@ -126,11 +108,13 @@ TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRul
                    "CONTRACTOR  \r\n"
                    "\r\n"
                    "AFTER BLANK\r\n"
+                   "[DESCRIPTION]\n"
+                   "CONTRACTOR\n" // the same entry in another list stays
                    "[SELECTACCESS]\n");
     SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
-    auto* chooser = child<QComboBox>(&window, "cbEditList");
-    auto* entries = child<QListWidget>(&window, "lstEntries");
-    auto* newEntry = child<QLineEdit>(&window, "txtNewEntry");
+    auto* chooser = find<QComboBox>(&window, "cbEditList");
+    auto* entries = find<QListWidget>(&window, "lstEntries");
+    auto* newEntry = find<QLineEdit>(&window, "txtNewEntry");
 
     newEntry->setText(u"COURIER"_s);
     click(&window, "cmdAddEntry");
@@ -164,6 +148,8 @@ TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRul
                                                                               "COURIER\r\n"
                                                                               "\r\n"
                                                                               "AFTER BLANK\r\n"
+                                                                              "[DESCRIPTION]\r\n"
+                                                                              "CONTRACTOR\r\n"
                                                                               "[SELECTACCESS]\r\n"
                                                                               "Gate 1\r\n"));
     EXPECT_TRUE(window.pickListsChanged());
@@ -205,7 +191,7 @@ TEST_F(DeskSettingsTest, theSettingsButtonOpensNothingWithoutThePassword) {
             return true;
         }
         EXPECT_EQ(modal->objectName(), u"frmSettingsPW");
-        child<QLineEdit>(modal, "txtPassword")->setText(u"ppp"_s);
+        find<QLineEdit>(modal, "txtPassword")->setText(u"ppp"_s);
         click(modal, "cmdPWOK");
         ++tries;
         return false; // keeps watching, so a settings window opened after all would be caught
@@ -224,11 +210,11 @@ TEST_F(DeskSettingsTest, aNewDataFolderSavedThroughTheDeskClosesItWithoutAsking)
     window.show();
     ModalScript script([&](QWidget* modal) {
         if (modal->objectName() == u"frmSettingsPW") {
-            child<QLineEdit>(modal, "txtPassword")->setText(u"PPP"_s);
+            find<QLineEdit>(modal, "txtPassword")->setText(u"PPP"_s);
             click(modal, "cmdPWOK");
             return false;
         }
-        child<QLineEdit>(modal, "txtDataPath")->setText(share.path());
+        find<QLineEdit>(modal, "txtDataPath")->setText(share.path());
         click(modal, "cmdSave");
         return true;
     });

@@ -30,7 +30,7 @@ protected:
 };
 
 const QByteArray kAnn =
-    handLine({{1, "240605090000"}, {14, "Ann"}, {991, "  -  "}, {996, "  -  "}, {1060, "0900"}});
+    handLine({{1, "240605090000"}, {14, "Ann"}, {991, "  -  "}, {996, "  -  "}, {slot(1), "0900"}});
 const QByteArray kBob = handLine({{1, "240610100000"}, {14, "Bob"}, {991, "08:10"}, {996, "  -  "}});
 
 TEST_F(DayStatusTest, arrivalAndDeparture_overwriteTheirColumnsInEveryLineOfTheBooking) {

@@ -48,29 +48,6 @@ TEST_F(PickListsTest, sectionsEndAtBlankOrCommentLines_unknownHeadersDoNot_heade
     EXPECT_EQ(detail.second, (QStringList{u" Zone A"_s, u" Zone A"_s, u" Zone \u20AC"_s}));
 }
 
-TEST_F(PickListsTest, addingAnEntry_goesAfterTheChosenOneInItsSectionOnly) {
-    write("[CATEGORY]\r\nVISITOR\r\nCONTRACTOR\r\n\r\n[DESCRIPTION]\r\nVISITOR\r\n");
-    ASSERT_FALSE(addPickListEntry(ini(), u"CATEGORY"_s, u" VISITOR"_s, u"  COURIER "_s));
-    EXPECT_EQ(read(), "[CATEGORY]\r\nVISITOR\r\nCOURIER\r\nCONTRACTOR\r\n\r\n[DESCRIPTION]\r\nVISITOR\r\n");
-    EXPECT_EQ(LoadMainPickLists(ini()).first, (QStringList{u" VISITOR"_s, u" COURIER"_s, u" CONTRACTOR"_s}));
-    EXPECT_EQ(folderEntries(folder.appPath() + u"_PSF/PSystem"_s), (QStringList{u"PACustom.ini"_s}));
-}
-
-TEST_F(PickListsTest, addingToAnEmptySection_putsTheEntryDirectlyAfterTheHeader) {
-    write("[CATEGORY]\nVISITOR\n[SELECTACCESS]\n\n[DEPARTME]\nSTORES\n");
-    ASSERT_FALSE(addPickListEntry(ini(), u"SELECT ACCESS"_s, QString(), u"Gate 1"_s));
-    EXPECT_EQ(read(), "[CATEGORY]\r\nVISITOR\r\n[SELECTACCESS]\r\nGate 1\r\n\r\n[DEPARTME]\r\nSTORES\r\n");
-    EXPECT_EQ(LoadDetailPickLists(ini()).second, (QStringList{u" Gate 1"_s}));
-}
-
-TEST_F(PickListsTest, deletingAnEntry_removesItsLinesInItsSectionOnly) {
-    write("[DEPARTMENT]\r\nSTORES\r\nENGINEERING  \r\nSTORES\r\n[DESCRIPT]\r\nSTORES\r\n");
-    ASSERT_FALSE(deletePickListEntry(ini(), u"DEPARTMENT"_s, u" STORES"_s));
-    EXPECT_EQ(read(), "[DEPARTMENT]\r\nENGINEERING  \r\n[DESCRIPT]\r\nSTORES\r\n");
-    ASSERT_FALSE(deletePickListEntry(ini(), u"DEPARTMENT"_s, u" ENGINEERING"_s));
-    EXPECT_EQ(read(), "[DEPARTMENT]\r\n[DESCRIPT]\r\nSTORES\r\n");
-}
-
 TEST_F(PickListsTest, aMissingFileReadsAsEmptyLists_andEditingItReportsPathOrFileNotFound) {
     const PickLists none = LoadMainPickLists(ini());
     EXPECT_TRUE(none.first.isEmpty() && none.second.isEmpty());

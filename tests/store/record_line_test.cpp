@@ -4,25 +4,24 @@
 #include <gtest/gtest.h>
 
 using namespace porvane;
-using porvane::test::handLine;
+using porvane::test::handBooking;
+using porvane::test::slot;
 using namespace Qt::Literals::StringLiterals;
 
 // Every column an update writes comes back byte for byte, Windows-1252 characters and line breaks included.
 TEST(RecordLine, readsFieldsAtTheirColumns_andWritesBackByteForByteWhatItRead) {
-    const QByteArray bytes = handLine({{1, "261123090000"},
-                                       {14, "Zo\xEB"},
-                                       {31, "Caf\xE9-Owen"},
-                                       {293, "line one<$c>line two<$c>three"},
-                                       {504, "CONTRACTOR"},
-                                       {525, "ENGINEERING"},
-                                       {550, "North Works \x80 Co"},
-                                       {936, "23-11-2026"},
-                                       {947, "24-11-2026"},
-                                       {958, "1D"},
-                                       {969, "23-11-2026 at 09:05"},
-                                       {989, "1"},
-                                       {1060, "0800"},
-                                       {1060 + 4 * 30, "1745"}});
+    const QByteArray bytes = handBooking("261123090000", "Zo\xEB", "Caf\xE9-Owen",
+                                         {{293, "line one<$c>line two<$c>three"},
+                                          {504, "CONTRACTOR"},
+                                          {525, "ENGINEERING"},
+                                          {550, "North Works \x80 Co"},
+                                          {936, "23-11-2026"},
+                                          {947, "24-11-2026"},
+                                          {958, "1D"},
+                                          {969, "23-11-2026 at 09:05"},
+                                          {989, "1"},
+                                          {slot(1), "0800"},
+                                          {slot(31), "1745"}});
     CurrentRecord record;
     decodeRecordLine(RecordLine(bytes), record);
     EXPECT_EQ(record[Field::RegNo], u"261123090000");
@@ -40,17 +39,6 @@ TEST(RecordLine, readsFieldsAtTheirColumns_andWritesBackByteForByteWhatItRead) {
     decodeRecordLine(RecordLine(onSite), record);
     EXPECT_EQ(record[Field::TimeOnSite], u"09:15");
     EXPECT_EQ(record[Field::TimeOffSite], u"  -  ");
-}
-
-TEST(RecordLine, shortLineReadsAsBlanksInItsMissingColumns) {
-    const QByteArray bytes = handLine({{1, "240301120000"}, {14, "Ann"}, {31, "Lee"}}, 40);
-    CurrentRecord record;
-    record[Field::Organisation] = u"left over"_s;
-    decodeRecordLine(RecordLine(bytes), record);
-    EXPECT_EQ(record[Field::LastName], u"Lee");
-    EXPECT_TRUE(record[Field::Organisation].isEmpty());
-    EXPECT_EQ(record[Field::TimeOnSite], u"  -  ");
-    EXPECT_TRUE(RecordLine(bytes).bookedSlot(1).isEmpty());
 }
 
 // Long values are cut, odd characters replaced, and times kept as their first two and last two characters:

@@ -31,13 +31,6 @@ public:
     int commit(int fd) override { return failCommit ? EIO : WritePath::commit(fd); }
 };
 
-inline QByteArray crLf(std::initializer_list<QByteArray> lines) {
-    QByteArray out;
-    for (const QByteArray& l : lines)
-        out += l + "\r\n";
-    return out;
-}
-
 // Files in a folder other than the ones expected: left-over temporary files.
 inline QStringList folderEntries(const QString& path) {
     return QDir(path).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);

@@ -32,7 +32,7 @@ const char* const kCountVar = "PORVANE_TEST_CHILD_COUNT";
 
 const QString kOwnRegNo = u"240301090000"_s;
 const QByteArray kOwnLine =
-    handLine({{1, "240301090000"}, {14, "Own"}, {31, "Booking"}, {525, "STORES"}, {550, "Desk Test"}});
+    handBooking("240301090000", "Own", "Booking", {{525, "STORES"}, {550, "Desk Test"}});
 
 // A desk of its own in a child process, on the data folder the parent named.
 struct ChildDesk {
@@ -51,7 +51,7 @@ struct ChildDesk {
         QFile f(state.dataPath() + u"Record/2403.vrf"_s);
         const QByteArray bytes = f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
         for (const QByteArray& line : bytes.split('\n'))
-            if (RecordLine(line).trimmed(Field::RegNo) == regNo)
+            if (line.startsWith(regNo.toLatin1()))
                 decodeRecordLine(RecordLine(line.chopped(1)), state.record);
         state.record.MarkRecordSaved();
     }
@@ -264,10 +264,9 @@ TEST(StoreProcesses, fiveHundredKillsOfAWriterDuringSavesAndUpdates_alwaysLeaveO
     QList<QByteArray> others;
     QByteArray start = kOwnLine + "\r\n";
     for (int i = 0; i < 50; ++i) {
-        others.append(handLine(
-            {{1, (u"2403%1"_s.arg(i % 28 + 1, 2, 10, QChar(u'0')) + u"120000"_s).toLatin1().constData()},
-             {14, "Other"},
-             {31, QByteArray::number(i).constData()}}));
+        others.append(handBooking(
+            (u"2403%1"_s.arg(i % 28 + 1, 2, 10, QChar(u'0')) + u"120000"_s).toLatin1().constData(), "Other",
+            QByteArray::number(i).constData()));
         start += others.last() + "\r\n";
     }
     folder.write(u"Record/2403.vrf"_s, start);
@@ -327,7 +326,7 @@ TEST(StoreProcesses, fiveHundredKillsOfAWriterDuringSavesAndUpdates_alwaysLeaveO
             ASSERT_TRUE(appended.contains(regNo))
                 << "round " << round << ": saved booking " << regNo.toStdString() << " is gone";
         bool isNumber = false;
-        const qint64 stored = RecordLine(lines[0]).trimmed(Field::CarReg).toLongLong(&isNumber);
+        const qint64 stored = handColumns(lines[0], 69, 10).toLongLong(&isNumber);
         ASSERT_TRUE(isNumber || lastUpdate < 0) << "round " << round;
         ASSERT_GE(isNumber ? stored : -1, lastUpdate)
             << "round " << round << ": older than the last update reported";
@@ -370,5 +369,5 @@ TEST(StoreProcesses, lockOfAWriterKilledWhileHoldingIt_isTakenOverWithinTwoSecon
     EXPECT_TRUE(desk.store.UpdateRecord(desk.state.record, u"2403"_s, kOwnRegNo).ok());
     EXPECT_LT(took.elapsed(), 2000);
     EXPECT_TRUE(desk.prompter.messages().isEmpty());
-    EXPECT_EQ(RecordLine(folder.read(u"Record/2403.vrf"_s)).trimmed(Field::CarReg), u"taken");
+    EXPECT_EQ(handColumns(folder.read(u"Record/2403.vrf"_s), 69, 10), "taken");
 }

@@ -1,6 +1,7 @@
 #include "temp_data_folder.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
@@ -30,16 +31,63 @@ bool TempDataFolder::exists(const QString& relative) const {
     return QFileInfo::exists(path(relative));
 }
 
-QByteArray handLine(std::initializer_list<std::pair<int, const char*>> columns, int length) {
-    QByteArray line(length, ' ');
-    for (const auto& [column, text] : columns) {
-        const QByteArray bytes(text);
-        if (line.size() < column - 1 + bytes.size())
-            line.resize(column - 1 + bytes.size(), ' ');
-        line.replace(column - 1, bytes.size(), bytes);
+QMap<QString, QByteArray> TempDataFolder::contents(const QString& folder) const {
+    const QDir root(folder.isEmpty() ? dataPath() : folder);
+    QMap<QString, QByteArray> found;
+    QDirIterator it(root.path(), QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        QFile f(it.next());
+        const bool isFile = it.fileInfo().isFile() && f.open(QIODevice::ReadOnly);
+        found.insert(root.relativeFilePath(f.fileName()), isFile ? f.readAll() : QByteArray("<folder>"));
     }
+    return found;
+}
+
+void TempDataFolder::openToOtherUsers() const {
+    QFile::setPermissions(m_dir.path(), QFile::permissions(m_dir.path()) | QFileDevice::ReadOther |
+                                            QFileDevice::ExeOther | QFileDevice::ReadGroup |
+                                            QFileDevice::ExeGroup);
+}
+
+namespace {
+
+void place(QByteArray& line, int column, const QByteArray& text) {
+    if (line.size() < column - 1 + text.size())
+        line.resize(column - 1 + text.size(), ' ');
+    line.replace(column - 1, text.size(), text);
+}
+
+} // namespace
+
+QByteArray handLine(HandColumns columns, int length) {
+    QByteArray line(length, ' ');
+    for (const auto& [column, text] : columns)
+        place(line, column, text);
     line.truncate(length);
     return line;
+}
+
+QByteArray handBooking(const char* regNo, const char* first, const char* last, HandColumns more, int length) {
+    QByteArray line = handLine({{1, regNo}, {14, first}, {31, last}}, std::max(length, 48));
+    for (const auto& [column, text] : more)
+        place(line, column, text);
+    line.truncate(length);
+    return line;
+}
+
+QByteArray crLf(std::initializer_list<QByteArray> lines) {
+    QByteArray out;
+    for (const QByteArray& l : lines)
+        out += l + "\r\n";
+    return out;
+}
+
+QByteArray handColumns(const QByteArray& line, int column, int width) {
+    QByteArray text = line.mid(column - 1, width);
+    while (text.endsWith(' '))
+        text.chop(1);
+    return text;
 }
 
 } // namespace porvane::test

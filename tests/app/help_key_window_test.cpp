@@ -3,6 +3,7 @@
 #include "photos/photo_manager_window.h"
 #include "recording_opener.h"
 #include "test_desk.h"
+#include "widgets.h"
 
 #include <QLineEdit>
 #include <QTest>
@@ -44,7 +45,7 @@ TEST(HelpKey, passCameraAndPhotoWindowsOpenTheirOwnPages) {
     {
         PhotoManagerWindow window(d.state);
         d.state.help.HelpContext = 1;
-        QTest::keyClick(window.findChild<QLineEdit*>(QStringLiteral("HPFindTB")), Qt::Key_F1);
+        QTest::keyClick(test::find<QLineEdit>(&window, "HPFindTB"), Qt::Key_F1);
         EXPECT_EQ(pageOpened(), u"managingpics2.html");
         EXPECT_EQ(d.state.help.HelpContext, 70);
     }

@@ -6,11 +6,10 @@
 #include "recording_opener.h"
 #include "store/record_store.h"
 #include "temp_data_folder.h"
+#include "widgets.h"
 
 #include <QApplication>
-#include <QCryptographicHash>
 #include <QDialog>
-#include <QDirIterator>
 #include <QImage>
 #include <QLineEdit>
 #include <QPointer>
@@ -21,7 +20,8 @@
 #include <gtest/gtest.h>
 
 using namespace porvane;
-using porvane::test::handLine;
+using porvane::test::handBooking;
+using porvane::test::slot;
 
 namespace {
 
@@ -35,23 +35,6 @@ public:
     }
     QStringList texts;
 };
-
-// Every file under the folder by its relative path, with a hash of its content; lock files left behind and
-// new folders show up too.
-QMap<QString, QByteArray> snapshot(const QString& folder) {
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        QFile f(path);
-        const QByteArray hash = it.fileInfo().isDir() || !f.open(QIODevice::ReadOnly)
-                                    ? QByteArray("dir")
-                                    : QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256);
-        files.insert(QDir(folder).relativeFilePath(path), hash);
-    }
-    return files;
-}
 
 // The paths whose content, or presence, differs.
 QStringList changedFiles(const QMap<QString, QByteArray>& before, const QMap<QString, QByteArray>& after) {
@@ -133,24 +116,19 @@ protected:
         state.settings.ckEnbl_RTC = QStringLiteral("0");
         state.help.urlOpener = &opener;
         // Two visitors due today; Al Bond holds a pass running until next week and has a photo.
-        folder.write(QStringLiteral("Record/2611.vrf"), handLine({{1, "261101080000"},
-                                                                  {14, "Al"},
-                                                                  {31, "Bond"},
-                                                                  {525, "ENGINEERING"},
-                                                                  {550, "Bond plc"},
-                                                                  {936, "20-11-2026"},
-                                                                  {947, "27-11-2026"},
-                                                                  {958, "1W"},
-                                                                  {969, "20-11-2026 at 08:00"},
-                                                                  {1060 + 4 * 22, "0900"}}) +
-                                                            "\r\n" +
-                                                            handLine({{1, "261102080000"},
-                                                                      {14, "Cy"},
-                                                                      {31, "Day"},
-                                                                      {525, "SALES"},
-                                                                      {550, "Day Ltd"},
-                                                                      {1060 + 4 * 22, "1000"}}) +
-                                                            "\r\n");
+        folder.write(QStringLiteral("Record/2611.vrf"),
+                     handBooking("261101080000", "Al", "Bond",
+                                 {{525, "ENGINEERING"},
+                                  {550, "Bond plc"},
+                                  {936, "20-11-2026"},
+                                  {947, "27-11-2026"},
+                                  {958, "1W"},
+                                  {969, "20-11-2026 at 08:00"},
+                                  {slot(23), "0900"}}) +
+                         "\r\n" +
+                         handBooking("261102080000", "Cy", "Day",
+                                     {{525, "SALES"}, {550, "Day Ltd"}, {slot(23), "1000"}}) +
+                         "\r\n");
         QImage photo(150, 200, QImage::Format_RGB888);
         photo.fill(Qt::darkCyan);
         QDir().mkpath(folder.path(QStringLiteral("photo/2611")));
@@ -176,19 +154,17 @@ protected:
             b->click();
         };
 
-        press(window.findChild<QPushButton*>(QStringLiteral("cmdDayList")));
-        auto* grid = window.findChild<QTableView*>(QStringLiteral("StatGrid"));
+        press(test::find<QPushButton>(&window, "cmdDayList"));
+        auto* grid = test::find<QTableView>(&window, "StatGrid");
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
                           grid->visualRect(grid->model()->index(0, 1)).center());
         for (const char* name : kWritingButtons) {
-            auto* b = window.findChild<QPushButton*>(QString::fromLatin1(name));
-            if (!b)
-                continue;
+            auto* b = test::find<QPushButton>(&window, name);
             b->setEnabled(true);
             press(b);
         }
         // The list may have changed under the presses; open the booking again for its pass and photos.
-        press(window.findChild<QPushButton*>(QStringLiteral("cmdDayList")));
+        press(test::find<QPushButton>(&window, "cmdDayList"));
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
                           grid->visualRect(grid->model()->index(0, 1)).center());
         for (QPushButton* b : window.findChildren<QPushButton*>()) {
@@ -213,10 +189,10 @@ protected:
 
 TEST_F(DeskOverData, readOnlyDeskChangesNoFileWhateverIsPressed) {
     state.settings.ckMakeSysRdO = QStringLiteral("1");
-    const auto before = snapshot(folder.dataPath());
+    const auto before = folder.contents();
     const QStringList pressed = pressEverything();
 
-    const QStringList changed = changedFiles(before, snapshot(folder.dataPath()));
+    const QStringList changed = changedFiles(before, folder.contents());
     EXPECT_TRUE(changed.isEmpty()) << changed.join(u' ').toStdString();
     // The presses reached the pass and photo windows and their writing buttons.
     for (const char* name :
@@ -229,7 +205,7 @@ TEST_F(DeskOverData, readOnlyDeskChangesNoFileWhateverIsPressed) {
 // The same presses on a desk that may write change the data, so the check above can fail.
 TEST_F(DeskOverData, theSamePressesOnAWritableDeskDoChangeFiles) {
     state.settings.ckMakeSysRdO = QStringLiteral("0");
-    const auto before = snapshot(folder.dataPath());
+    const auto before = folder.contents();
     pressEverything();
-    EXPECT_FALSE(changedFiles(before, snapshot(folder.dataPath())).isEmpty());
+    EXPECT_FALSE(changedFiles(before, folder.contents()).isEmpty());
 }
