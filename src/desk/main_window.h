@@ -3,8 +3,8 @@
 #include "app/app_state.h"
 #include "desk/booked_times.h"
 #include "desk/booking_editor.h"
-#include "lists/date_selection.h"
 #include "desk/open_booking.h"
+#include "lists/date_selection.h"
 #include "lists/grid_lists.h"
 
 #include <QMainWindow>

@@ -25,8 +25,7 @@ constexpr bool isBlank(QChar c) {
     return c == u' ';
 }
 
-template <typename Text, typename Skipped>
-int leadingNumber(const Text& text, const Skipped& alsoSkipped) {
+template <typename Text, typename Skipped> int leadingNumber(const Text& text, const Skipped& alsoSkipped) {
     auto it = text.begin();
     while (it != text.end() && isBlank(*it))
         ++it;
@@ -42,16 +41,16 @@ int leadingNumber(const Text& text, const Skipped& alsoSkipped) {
     return value;
 }
 
-template <typename Text>
-bool isDigits(const Text& text) {
-    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](auto c) { return asciiDigit(c) >= 0; });
+template <typename Text> bool isDigits(const Text& text) {
+    return !text.isEmpty() &&
+           std::all_of(text.begin(), text.end(), [](auto c) { return asciiDigit(c) >= 0; });
 }
 
 } // namespace detail
 
-// The old desk's number reading, one rule for typed and stored texts: leading blanks are skipped, ASCII digits
-// are read as far as they go, and no digit gives 0 ("7a" is 7, "ab" is 0). Characters in alsoSkipped are
-// passed over wherever they stand (the lists read "hh:mm" marks and stored dates so). A number beyond int
+// The old desk's number reading, one rule for typed and stored texts: leading blanks are skipped, ASCII
+// digits are read as far as they go, and no digit gives 0 ("7a" is 7, "ab" is 0). Characters in alsoSkipped
+// are passed over wherever they stand (the lists read "hh:mm" marks and stored dates so). A number beyond int
 // reads as the largest int.
 inline int leadingNumber(QStringView text, QStringView alsoSkipped = {}) {
     return detail::leadingNumber(text, alsoSkipped);
