@@ -48,11 +48,28 @@ void ListTable::addRow(const LineReader& reader, qsizetype lineLength, quint16 n
                    m_readingFile});
 }
 
+qsizetype ListTable::readSpan(int row) const {
+    // Farther apart than this, two reads cost less than reading the bytes between them.
+    constexpr qint64 kNear = 4096;
+    const qint64 from = m_rows[row].offset;
+    qint64 end = from + m_rows[row].length;
+    for (qsizetype next = row + 1; next < m_rows.size(); ++next) {
+        const Row& r = m_rows[next];
+        if (r.file != m_rows[row].file || r.offset < from || r.offset > end + kNear ||
+            r.offset + r.length - from > LineCache::kBlock)
+            break;
+        end = std::max<qint64>(end, r.offset + r.length);
+    }
+    return end - from;
+}
+
 ListRow ListTable::row(int row) const {
     if (row < 0 || row >= listedCount())
         return {};
     const Row& r = m_rows[row];
-    return ListRow(m_layout, m_lines->line(r.file, r.offset, r.length), r.note, &m_scratch);
+    const QByteArrayView line = m_lines->line(r.file, r.offset, r.length,
+                                              m_lines->holds(r.file, r.offset, r.length) ? 0 : readSpan(row));
+    return ListRow(m_layout, line, r.note, &m_scratch);
 }
 
 ListCell ListTable::cell(int row, int column) const {

@@ -85,6 +85,10 @@ private:
         quint16 file; // of m_lines
     };
 
+    // How far the rows from this one on reach while each starts close behind the one before: what reading
+    // this row again takes along.
+    qsizetype readSpan(int row) const;
+
     const ListLayout* m_layout = nullptr;
     std::shared_ptr<LineCache> m_lines = std::make_shared<LineCache>();
     quint16 m_readingFile = 0;
