@@ -8,13 +8,16 @@
 namespace porvane {
 
 QByteArrayView passTypeText(QByteArrayView letter) {
-    if (letter == "D")
+    switch (letter.size() == 1 ? letter.front() : '\0') {
+    case 'D':
         return "Day";
-    if (letter == "W")
+    case 'W':
         return "Week";
-    if (letter == "M")
+    case 'M':
         return "Month";
-    return {};
+    default:
+        return {};
+    }
 }
 
 ListCell slotCell(QByteArrayView slot, std::array<char, 8>& scratch, TextColour colour) {

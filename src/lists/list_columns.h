@@ -94,12 +94,12 @@ struct ListLayout {
     TextColour (*rowColour)(quint16 note) = nullptr; // black when there is none
 };
 
-// The cell of one column of a row; `scratch` holds a cell that is not stored as it shows. Inline, with the
-// row below: porvane-admin asks for every cell of every row of a month.
+// The cell of one column of a row; `scratch` holds a cell that is not stored as it shows, `colour` is the
+// colour the row gives its cells. Inline, with the row below: porvane-admin asks for every cell of every row
+// of a month.
 inline ListCell cellOf(const ListLayout& layout, const RecordLine& line, quint16 note, int column,
-                       std::array<char, 8>& scratch) {
+                       TextColour colour, std::array<char, 8>& scratch) {
     const ColumnDef& def = layout.columns[std::size_t(column)];
-    const TextColour colour = column == 0 || !layout.rowColour ? TextColour::Black : layout.rowColour(note);
     switch (def.shown) {
     case Shown::AsRead:
         return {line.columns(def.column, def.size), colour};
@@ -122,17 +122,30 @@ public:
         : m_layout(layout)
         , m_line(line)
         , m_note(note)
+        , m_colour(layout && layout->rowColour ? layout->rowColour(note) : TextColour::Black)
         , m_scratch(scratch) {}
     ListCell cell(int column) const {
         if (!m_layout || column < 0 || column >= int(m_layout->columns.size()))
             return {};
-        return cellOf(*m_layout, RecordLine(m_line), m_note, column, *m_scratch);
+        return cellOf(*m_layout, RecordLine(m_line), m_note, column,
+                      column == 0 ? TextColour::Black : m_colour, *m_scratch);
+    }
+    // Every cell in column order, handed to f(column, cell): a row written out whole.
+    template <typename F> void forEachCell(F&& f) const {
+        if (!m_layout)
+            return;
+        const RecordLine line(m_line);
+        const int count = int(m_layout->columns.size());
+        for (int column = 0; column < count; ++column)
+            f(column, cellOf(*m_layout, line, m_note, column, column == 0 ? TextColour::Black : m_colour,
+                             *m_scratch));
     }
 
 private:
     const ListLayout* m_layout = nullptr; // none for a row past the listed ones: every cell empty
     QByteArrayView m_line;
     quint16 m_note = 0;
+    TextColour m_colour = TextColour::Black; // of every cell but the first
     std::array<char, 8>* m_scratch = nullptr;
 };
 

@@ -6,6 +6,7 @@
 #include <QIODevice>
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 
 namespace porvane {
@@ -37,6 +38,27 @@ quint8 classOf(char c) {
     return kByteClasses[static_cast<unsigned char>(c)];
 }
 
+// Eight bytes at once, for the plain ASCII that nearly every cell is.
+quint64 word(const char* at) {
+    quint64 w;
+    std::memcpy(&w, at, sizeof w);
+    return w;
+}
+constexpr quint64 kOnes = 0x0101010101010101;
+constexpr quint64 kHigh = 0x8080808080808080;
+constexpr quint64 kEightBlanks = kOnes * ' ';
+// The bits of a word's first n bytes (all of them from eight on), in memory order.
+constexpr quint64 firstBytes(qsizetype n) {
+    if (n >= 8)
+        return ~quint64(0);
+    const quint64 low = (quint64(1) << (8 * n)) - 1;
+    return std::endian::native == std::endian::little ? low : ~(~quint64(0) >> (8 * n));
+}
+// The high bit of a byte is set where that byte, or one before it, is zero; none is set when no byte is.
+constexpr quint64 zeroBytes(quint64 w) {
+    return (w - kOnes) & ~w & kHigh;
+}
+
 // A control character would reach the terminal raw and a tab inside a cell would split its column: each is
 // shown as "?".
 bool isControl(QChar c) {
@@ -52,31 +74,50 @@ public:
         , m_buffer(kPieceSize + kRowRoom, Qt::Uninitialized) {}
 
     // A cell's stored bytes trimmed, as UTF-8, quoted in CSV where it must be. Nearly every cell is plain
-    // ASCII, which is UTF-8 already and is copied as it is.
+    // ASCII, which is UTF-8 already: it is copied and checked eight bytes at a time.
     void field(QByteArrayView bytes) {
+        const char* const p = bytes.data();
         qsizetype from = 0;
         qsizetype to = bytes.size();
-        // Stored cells are padded with blanks: eight at a time first.
-        while (to - from >= 8 && std::memcmp(bytes.data() + to - 8, "        ", 8) == 0)
+        // Stored cells are padded with blanks: eight, four, two at a time first.
+        while (to >= 8 && word(p + to - 8) == kEightBlanks)
             to -= 8;
-        while (to > from && classOf(bytes[to - 1]) & kBlank)
+        if (to >= 4 && std::memcmp(p + to - 4, "    ", 4) == 0)
+            to -= 4;
+        if (to >= 2 && p[to - 1] == ' ' && p[to - 2] == ' ')
+            to -= 2;
+        while (to > from && classOf(p[to - 1]) & kBlank)
             --to;
-        while (from < to && classOf(bytes[from]) & kBlank)
+        while (from < to && classOf(p[from]) & kBlank)
             ++from;
+        // Eight bytes at a time; the last word may read on past the cell inside its line and write on past
+        // it into the buffer's spare room, but only the cell's bytes are looked at and kept.
+        char* out = m_at;
+        quint64 odd = 0;
+        qsizetype i = from;
+        for (; bytes.size() - i >= 8 && i < to; i += 8) {
+            const quint64 w = word(p + i);
+            odd |= notPlain(w) & firstBytes(to - i);
+            std::memcpy(out, &w, 8);
+            out += 8;
+        }
         quint8 classes = 0;
-        for (qsizetype i = from; i < to; ++i)
-            classes |= classOf(bytes[i]);
-        if (classes & kNotPlain) {
+        for (; i < to; ++i) {
+            classes |= classOf(p[i]);
+            *out++ = p[i];
+        }
+        out -= i - to; // the last word's bytes past the cell
+        if (odd == 0 && (classes & (kNotPlain | m_special)) == 0) {
+            m_at = out;
+            return;
+        }
+        // Rarely: text outside ASCII or a control character is decoded; plain ASCII with a CSV special
+        // quoted.
+        if (std::any_of(p + from, p + to, [](char c) { return classOf(c) & kNotPlain; })) {
             field(fromWindows1252(bytes.sliced(from, to - from)));
             return;
         }
-        char* const start = m_at;
-        m_at = std::copy(bytes.begin() + from, bytes.begin() + to, m_at);
-        if (classes & kCsvSpecial && m_csv) {
-            const QByteArray ascii(start, m_at - start);
-            m_at = start;
-            quoted(ascii);
-        }
+        quoted(QByteArray(m_at, out - m_at));
     }
     void field(QString text) {
         std::replace_if(text.begin(), text.end(), isControl, u'?');
@@ -102,6 +143,15 @@ public:
     }
 
 private:
+    // Not zero when one of eight bytes is not plain ASCII (a control character, DEL or above) or, in CSV, is
+    // a comma or a quote.
+    quint64 notPlain(quint64 w) const {
+        quint64 odd = (w & kHigh) | ((w - kOnes * 0x20) & ~w & kHigh) | zeroBytes(w ^ (kOnes * 0x7F));
+        if (m_csv)
+            odd |= zeroBytes(w ^ (kOnes * ',')) | zeroBytes(w ^ (kOnes * '"'));
+        return odd;
+    }
+
     // A field between quotes, its quotes doubled.
     void quoted(QByteArrayView text) {
         *m_at++ = '"';
@@ -115,6 +165,7 @@ private:
 
     QIODevice& m_device;
     bool m_csv;
+    quint8 m_special = m_csv ? kCsvSpecial : 0; // the byte class that makes a plain field quoted
     QByteArray m_buffer;
     char* m_at = m_buffer.data();
     bool m_ok = true;
@@ -133,12 +184,11 @@ bool writeListTableText(const ListTable& table, bool csv, QIODevice& out) {
     }
     text.put(lineEnd);
     for (int r = 0; r < table.listedCount(); ++r) {
-        const ListRow row = table.row(r);
-        for (int c = 0; c < table.columnCount(); ++c) {
-            if (c > 0)
+        table.row(r).forEachCell([&](int column, const ListCell& cell) {
+            if (column > 0)
                 text.put(separator);
-            text.field(row.cell(c).bytes);
-        }
+            text.field(cell.bytes);
+        });
         text.put(lineEnd);
         text.endRow();
     }

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
+#include <algorithm>
 
 namespace porvane {
 
@@ -19,8 +20,14 @@ public:
         : m_bytes(bytes) {}
 
     QByteArrayView bytes() const { return m_bytes; }
-    // The raw bytes of columns [column, column + width), cut short where the line ends.
-    QByteArrayView columns(int column, int width) const;
+    // The raw bytes of columns [column, column + width), cut short where the line ends. Inline: the lists ask
+    // for every cell of every row.
+    QByteArrayView columns(int column, int width) const {
+        const qsizetype from = column - 1;
+        if (from >= m_bytes.size() || width <= 0)
+            return {};
+        return m_bytes.sliced(from, std::min<qsizetype>(width, m_bytes.size() - from));
+    }
     QByteArrayView columns(Field f) const { return columns(fieldSpec(f).column, fieldSpec(f).width); }
     // The text of the columns as stored, untrimmed.
     QString text(int column, int width) const;
@@ -39,7 +46,15 @@ private:
     QByteArrayView m_bytes;
 };
 
-QByteArrayView trimBlanks(QByteArrayView bytes);
+inline QByteArrayView trimBlanks(QByteArrayView bytes) {
+    qsizetype from = 0;
+    qsizetype to = bytes.size();
+    while (from < to && bytes[from] == ' ')
+        ++from;
+    while (to > from && bytes[to - 1] == ' ')
+        --to;
+    return bytes.sliced(from, to - from);
+}
 
 // "<$c>" stands for a line break inside a stored multi-line value.
 QString lineBreaksToMarks(const QString& text);
