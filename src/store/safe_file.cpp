@@ -282,11 +282,18 @@ const struct stat* statOf(const QString& path, struct stat& st) {
 } // namespace
 
 FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writePath) {
+    return replaceFileByPieces(
+        path, [bytes](const PieceWriter& write) { return write(bytes); }, writePath);
+}
+
+FileError replaceFileByPieces(const QString& path,
+                              const std::function<FileError(const PieceWriter& write)>& produce,
+                              WritePath* writePath) {
     Replacement file(path, writePath ? *writePath : realWritePath());
     struct stat st {};
     if (FileError error = file.open(statOf(path, st)))
         return error;
-    if (FileError error = file.write(bytes))
+    if (FileError error = produce([&file](QByteArrayView piece) { return file.write(piece); }))
         return error;
     return file.commit();
 }

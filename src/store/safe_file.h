@@ -50,6 +50,12 @@ FileError readWholeFile(const QString& path, QByteArray& bytes);
 // flushed and renamed over the old one, then the folder is flushed. The new file keeps the old one's group
 // and permission bits. On failure the old file is untouched.
 FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writePath = nullptr);
+// The same with a content made as it is written: `produce` hands it to `write` a piece at a time and returns
+// the first error, its own or write's; the old file is replaced only when there is none.
+using PieceWriter = std::function<FileError(QByteArrayView piece)>;
+FileError replaceFileByPieces(const QString& path,
+                              const std::function<FileError(const PieceWriter& write)>& produce,
+                              WritePath* writePath = nullptr);
 
 inline constexpr QByteArrayView kLineEnd("\r\n");
 
