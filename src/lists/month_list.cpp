@@ -3,6 +3,7 @@
 #include "store/line_reader.h"
 
 #include <QtGlobal>
+#include <cstring>
 
 namespace porvane {
 
@@ -71,6 +72,12 @@ BuiltList buildMonthList(const QString& dataPath, const QDate& month, const QDat
             const qsizetype at = qsizetype(day - 1) * kBookedSlotWidth;
             if (at >= times.size())
                 break;
+            // Most days have no booked time: two empty slots are passed over at once.
+            if (times.size() - at >= 2 * kBookedSlotWidth &&
+                std::memcmp(times.data() + at, "        ", 2 * kBookedSlotWidth) == 0) {
+                ++day;
+                continue;
+            }
             if (!isBooked(times.sliced(at, std::min<qsizetype>(kBookedSlotWidth, times.size() - at))))
                 continue;
             const int rowNumber = monthNumber + day;
