@@ -1,6 +1,7 @@
 #include "lists/list_text.h"
 
 #include "lists/list_columns.h"
+#include "store/record_line.h"
 #include "store/windows1252.h"
 
 #include <QIODevice>
@@ -46,7 +47,6 @@ quint64 word(const char* at) {
 }
 constexpr quint64 kOnes = 0x0101010101010101;
 constexpr quint64 kHigh = 0x8080808080808080;
-constexpr quint64 kEightBlanks = kOnes * ' ';
 // The bits of a word's first n bytes (all of them from eight on), in memory order.
 constexpr quint64 firstBytes(qsizetype n) {
     if (n >= 8)
@@ -79,13 +79,8 @@ public:
         const char* const p = bytes.data();
         qsizetype from = 0;
         qsizetype to = bytes.size();
-        // Stored cells are padded with blanks: eight, four, two at a time first.
-        while (to >= 8 && word(p + to - 8) == kEightBlanks)
-            to -= 8;
-        if (to >= 4 && std::memcmp(p + to - 4, "    ", 4) == 0)
-            to -= 4;
-        if (to >= 2 && p[to - 1] == ' ' && p[to - 2] == ' ')
-            to -= 2;
+        // Stored cells are padded with blanks; the other blanks are rare.
+        to = endOfText(p, to);
         while (to > from && classOf(p[to - 1]) & kBlank)
             --to;
         while (from < to && classOf(p[from]) & kBlank)

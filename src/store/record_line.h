@@ -7,6 +7,8 @@
 #include <QByteArrayView>
 #include <QString>
 #include <algorithm>
+#include <bit>
+#include <cstring>
 
 namespace porvane {
 
@@ -46,13 +48,30 @@ private:
     QByteArrayView m_bytes;
 };
 
+// Where the blanks that pad the first `to` bytes at p begin. Stored columns are padded with many: they are
+// looked at eight at a time, and the last few of them found at once.
+inline qsizetype endOfText(const char* p, qsizetype to) {
+    for (; to >= 8; to -= 8) {
+        quint64 w;
+        std::memcpy(&w, p + to - 8, sizeof w);
+        const quint64 text = w ^ 0x2020202020202020; // a non-zero byte is not a blank
+        if (text != 0) {
+            const int blanks =
+                std::endian::native == std::endian::little ? std::countl_zero(text) : std::countr_zero(text);
+            return to - blanks / 8;
+        }
+    }
+    while (to > 0 && p[to - 1] == ' ')
+        --to;
+    return to;
+}
+
+// The bytes without the blanks before and after them.
 inline QByteArrayView trimBlanks(QByteArrayView bytes) {
+    const qsizetype to = endOfText(bytes.data(), bytes.size());
     qsizetype from = 0;
-    qsizetype to = bytes.size();
     while (from < to && bytes[from] == ' ')
         ++from;
-    while (to > from && bytes[to - 1] == ' ')
-        --to;
     return bytes.sliced(from, to - from);
 }
 
