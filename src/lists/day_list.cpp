@@ -26,7 +26,7 @@ constexpr ListLayout kDayLayout{kDayColumns, 0xE0E0E0, expectedCell};
 
 } // namespace
 
-BuiltList buildDayList(const QString& dataPath, const QDate& date) {
+BuiltList buildDayList(const QString& dataPath, const QDate& date, const RowListener& listener) {
     const QByteArray dateText = storedDate(date);
     const int day = date.day();
     LineReader reader(monthFileOf(dataPath, date));
@@ -36,7 +36,7 @@ BuiltList buildDayList(const QString& dataPath, const QDate& date) {
         const RecordLine line(bytes);
         const bool booked = isBooked(rawSlot(line, day));
         if (booked || passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), dateText))
-            out.table.addRow(reader, bytes.size(), quint16(day));
+            out.table.addRow(reader, bytes.size(), quint16(day), listener);
     }
     out.error = reader.error();
     return out;

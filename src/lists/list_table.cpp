@@ -43,9 +43,12 @@ void ListTable::readFrom(const LineReader& reader) {
     m_readingFile = quint16(m_lines->addFile(reader.handle()));
 }
 
-void ListTable::addRow(const LineReader& reader, qsizetype lineLength, quint16 note) {
-    m_rows.append({reader.lineOffset(), quint16(std::min<qsizetype>(lineLength, kLastListedColumn)), note,
-                   m_readingFile});
+void ListTable::addRow(const LineReader& reader, qsizetype lineLength, quint16 note,
+                       const RowListener& listener) {
+    const auto length = quint16(std::min<qsizetype>(lineLength, kLastListedColumn));
+    m_rows.append({reader.lineOffset(), length, note, m_readingFile});
+    if (listener)
+        listener(*this, ListRow(m_layout, reader.line().first(length), note, &m_scratch));
 }
 
 qsizetype ListTable::readSpan(int row) const {

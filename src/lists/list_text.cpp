@@ -65,128 +65,125 @@ bool isControl(QChar c) {
     return c.unicode() < 0x20 || (c.unicode() >= 0x7F && c.unicode() < 0xA0);
 }
 
-// The text going out, written straight into a buffer with room for a row and handed on a piece at a time.
-class TextOut {
-public:
-    TextOut(QIODevice& device, bool csv)
-        : m_device(device)
-        , m_csv(csv)
-        , m_buffer(kPieceSize + kRowRoom, Qt::Uninitialized) {}
-
-    // A cell's stored bytes trimmed, as UTF-8, quoted in CSV where it must be. Nearly every cell is plain
-    // ASCII, which is UTF-8 already: it is copied and checked eight bytes at a time.
-    void field(QByteArrayView bytes) {
-        const char* const p = bytes.data();
-        qsizetype from = 0;
-        qsizetype to = bytes.size();
-        // Stored cells are padded with blanks; the other blanks are rare.
-        to = endOfText(p, to);
-        while (to > from && classOf(p[to - 1]) & kBlank)
-            --to;
-        while (from < to && classOf(p[from]) & kBlank)
-            ++from;
-        // Eight bytes at a time; the last word may read on past the cell inside its line and write on past
-        // it into the buffer's spare room, but only the cell's bytes are looked at and kept.
-        char* out = m_at;
-        quint64 odd = 0;
-        qsizetype i = from;
-        for (; bytes.size() - i >= 8 && i < to; i += 8) {
-            const quint64 w = word(p + i);
-            odd |= notPlain(w) & firstBytes(to - i);
-            std::memcpy(out, &w, 8);
-            out += 8;
-        }
-        quint8 classes = 0;
-        for (; i < to; ++i) {
-            classes |= classOf(p[i]);
-            *out++ = p[i];
-        }
-        out -= i - to; // the last word's bytes past the cell
-        if (odd == 0 && (classes & (kNotPlain | m_special)) == 0) {
-            m_at = out;
-            return;
-        }
-        // Rarely: text outside ASCII or a control character is decoded; plain ASCII with a CSV special
-        // quoted.
-        if (std::any_of(p + from, p + to, [](char c) { return classOf(c) & kNotPlain; })) {
-            field(fromWindows1252(bytes.sliced(from, to - from)));
-            return;
-        }
-        quoted(QByteArray(m_at, out - m_at));
-    }
-    void field(QString text) {
-        std::replace_if(text.begin(), text.end(), isControl, u'?');
-        const QByteArray utf8 = text.toUtf8();
-        if (m_csv && std::any_of(utf8.begin(), utf8.end(), [](char c) { return c == ',' || c == '"'; })) {
-            quoted(utf8);
-            return;
-        }
-        m_at = std::copy(utf8.begin(), utf8.end(), m_at);
-    }
-    void put(char c) { *m_at++ = c; }
-    void put(QByteArrayView bytes) { m_at = std::copy(bytes.begin(), bytes.end(), m_at); }
-    // After a row: the piece goes out once it is full.
-    void endRow() {
-        if (m_at - m_buffer.data() >= kPieceSize)
-            flush();
-    }
-    bool flush() {
-        const qsizetype size = m_at - m_buffer.data();
-        m_ok = m_ok && m_device.write(m_buffer.constData(), size) == size;
-        m_at = m_buffer.data();
-        return m_ok;
-    }
-
-private:
-    // Not zero when one of eight bytes is not plain ASCII (a control character, DEL or above) or, in CSV, is
-    // a comma or a quote.
-    quint64 notPlain(quint64 w) const {
-        quint64 odd = (w & kHigh) | ((w - kOnes * 0x20) & ~w & kHigh) | zeroBytes(w ^ (kOnes * 0x7F));
-        if (m_csv)
-            odd |= zeroBytes(w ^ (kOnes * ',')) | zeroBytes(w ^ (kOnes * '"'));
-        return odd;
-    }
-
-    // A field between quotes, its quotes doubled.
-    void quoted(QByteArrayView text) {
-        *m_at++ = '"';
-        for (const char c : text) {
-            if (c == '"')
-                *m_at++ = '"';
-            *m_at++ = c;
-        }
-        *m_at++ = '"';
-    }
-
-    QIODevice& m_device;
-    bool m_csv;
-    quint8 m_special = m_csv ? kCsvSpecial : 0; // the byte class that makes a plain field quoted
-    QByteArray m_buffer;
-    char* m_at = m_buffer.data();
-    bool m_ok = true;
-};
+// Not zero when one of eight bytes is not plain ASCII (a control character, DEL or above) or, in CSV, is a
+// comma or a quote.
+quint64 notPlain(quint64 w, bool csv) {
+    quint64 odd = (w & kHigh) | ((w - kOnes * 0x20) & ~w & kHigh) | zeroBytes(w ^ (kOnes * 0x7F));
+    if (csv)
+        odd |= zeroBytes(w ^ (kOnes * ',')) | zeroBytes(w ^ (kOnes * '"'));
+    return odd;
+}
 
 } // namespace
 
-bool writeListTableText(const ListTable& table, bool csv, QIODevice& out) {
-    const char separator = csv ? ',' : '\t';
-    const QByteArrayView lineEnd = csv ? QByteArrayView("\r\n") : QByteArrayView("\n");
-    TextOut text(out, csv);
+ListTextWriter::ListTextWriter(QIODevice& device, bool csv)
+    : m_device(device)
+    , m_csv(csv)
+    , m_buffer(kPieceSize + kRowRoom, Qt::Uninitialized) {}
+
+// Inline: it runs for every cell of every row.
+[[gnu::always_inline]] inline void ListTextWriter::field(QByteArrayView bytes) {
+    const char* const p = bytes.data();
+    const bool csv = m_csv; // once: what is written through char pointers could be any member
+    qsizetype from = 0;
+    qsizetype to = bytes.size();
+    // Stored cells are padded with blanks; the other blanks are rare.
+    to = endOfText(p, to);
+    while (to > from && classOf(p[to - 1]) & kBlank)
+        --to;
+    while (from < to && classOf(p[from]) & kBlank)
+        ++from;
+    // Eight bytes at a time; the last word may read on past the cell inside its line and write on past it
+    // into the buffer's spare room, but only the cell's bytes are looked at and kept.
+    char* out = m_at;
+    quint64 odd = 0;
+    qsizetype i = from;
+    for (; bytes.size() - i >= 8 && i < to; i += 8) {
+        const quint64 w = word(p + i);
+        odd |= notPlain(w, csv) & firstBytes(to - i);
+        std::memcpy(out, &w, 8);
+        out += 8;
+    }
+    quint8 classes = 0;
+    for (; i < to; ++i) {
+        classes |= classOf(p[i]);
+        *out++ = p[i];
+    }
+    out -= i - to; // the last word's bytes past the cell
+    if (odd == 0 && (classes & (kNotPlain | (csv ? kCsvSpecial : 0))) == 0) {
+        m_at = out;
+        return;
+    }
+    // Rarely: text outside ASCII or a control character is decoded; plain ASCII with a CSV special quoted.
+    if (std::any_of(p + from, p + to, [](char c) { return classOf(c) & kNotPlain; })) {
+        field(fromWindows1252(bytes.sliced(from, to - from)));
+        return;
+    }
+    quoted(QByteArray(m_at, out - m_at));
+}
+
+void ListTextWriter::header(const ListTable& table) {
     for (int c = 0; c < table.columnCount(); ++c) {
         if (c > 0)
-            text.put(separator);
-        text.field(table.columns[c].header.trimmed());
+            put(m_csv ? ',' : '\t');
+        field(table.columns[c].header.trimmed());
     }
-    text.put(lineEnd);
-    for (int r = 0; r < table.listedCount(); ++r) {
-        table.row(r).forEachCell([&](int column, const ListCell& cell) {
-            if (column > 0)
-                text.put(separator);
-            text.field(cell.bytes);
-        });
-        text.put(lineEnd);
-        text.endRow();
+    endRow();
+}
+
+void ListTextWriter::row(const ListRow& row) {
+    const char separator = m_csv ? ',' : '\t';
+    row.forEachCell([this, separator](int column, const ListCell& cell) {
+        if (column > 0)
+            put(separator);
+        field(cell.bytes);
+    });
+    endRow();
+}
+
+void ListTextWriter::endRow() {
+    put(m_csv ? QByteArrayView("\r\n") : QByteArrayView("\n"));
+    // The piece goes out once it is full.
+    if (m_at - m_buffer.data() >= kPieceSize)
+        flush();
+}
+
+bool ListTextWriter::flush() {
+    const qsizetype size = m_at - m_buffer.data();
+    m_ok = m_ok && m_device.write(m_buffer.constData(), size) == size;
+    m_at = m_buffer.data();
+    return m_ok;
+}
+
+void ListTextWriter::field(QString text) {
+    std::replace_if(text.begin(), text.end(), isControl, u'?');
+    const QByteArray utf8 = text.toUtf8();
+    if (m_csv && std::any_of(utf8.begin(), utf8.end(), [](char c) { return c == ',' || c == '"'; })) {
+        quoted(utf8);
+        return;
     }
+    put(utf8);
+}
+
+void ListTextWriter::put(QByteArrayView bytes) {
+    m_at = std::copy(bytes.begin(), bytes.end(), m_at);
+}
+
+void ListTextWriter::quoted(QByteArrayView text) {
+    *m_at++ = '"';
+    for (const char c : text) {
+        if (c == '"')
+            *m_at++ = '"';
+        *m_at++ = c;
+    }
+    *m_at++ = '"';
+}
+
+bool writeListTableText(const ListTable& table, bool csv, QIODevice& out) {
+    ListTextWriter text(out, csv);
+    text.header(table);
+    for (int r = 0; r < table.listedCount(); ++r)
+        text.row(table.row(r));
     return text.flush();
 }
 

@@ -58,7 +58,8 @@ int yymmdd(int year, int month, int day) {
 
 } // namespace
 
-BuiltList buildMonthList(const QString& dataPath, const QDate& month, const QDate& today) {
+BuiltList buildMonthList(const QString& dataPath, const QDate& month, const QDate& today,
+                         const RowListener& listener) {
     const int todayNumber = yymmdd(today.year(), today.month(), today.day());
     const int monthNumber = yymmdd(month.year(), month.month(), 0);
     LineReader reader(monthFileOf(dataPath, month));
@@ -84,7 +85,7 @@ BuiltList buildMonthList(const QString& dataPath, const QDate& month, const QDat
             const TextColour colour = rowNumber < todayNumber    ? TextColour::Grey
                                       : rowNumber == todayNumber ? TextColour::DarkBlue
                                                                  : TextColour::Black;
-            out.table.addRow(reader, bytes.size(), rowNote(day, colour));
+            out.table.addRow(reader, bytes.size(), rowNote(day, colour), listener);
         }
     }
     out.error = reader.error();

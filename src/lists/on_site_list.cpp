@@ -179,14 +179,14 @@ FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& toda
     });
 }
 
-BuiltList OnSiteList::build(const QString& dataPath, const QDate& today) {
+BuiltList OnSiteList::build(const QString& dataPath, const QDate& today, const RowListener& listener) {
     const char month[2] = {char('0' + today.month() / 10), char('0' + today.month() % 10)};
     LineReader reader(statusFilePath(dataPath, today));
     BuiltList out{ListTable(kStatusLayout, reader), {}};
     QByteArrayView bytes;
     while (reader.next(bytes)) {
         const bool todaysMonth = RecordLine(bytes).columns(3, 2) == QByteArrayView(month, 2);
-        out.table.addRow(reader, bytes.size(), todaysMonth ? quint16(today.day()) : 0);
+        out.table.addRow(reader, bytes.size(), todaysMonth ? quint16(today.day()) : 0, listener);
     }
     out.error = reader.error();
     return out;
