@@ -117,33 +117,38 @@ inline ListCell cellOf(const ListLayout& layout, const RecordLine& line, quint16
 // another line. A cell's bytes are valid until the next cell is asked for.
 class ListRow {
 public:
+    // Where a row's line lies: the number of its file in the table and its offset there. A month list's rows
+    // of one booking, one for each booked day, lie at the same place.
+    struct Place {
+        int file = -1;
+        qint64 offset = -1;
+        bool operator==(const Place&) const = default;
+    };
+
     ListRow() = default;
-    ListRow(const ListLayout* layout, QByteArrayView line, quint16 note, std::array<char, 8>* scratch)
+    ListRow(const ListLayout* layout, QByteArrayView line, Place place, quint16 note,
+            std::array<char, 8>* scratch)
         : m_layout(layout)
         , m_line(line)
+        , m_place(place)
         , m_note(note)
         , m_colour(layout && layout->rowColour ? layout->rowColour(note) : TextColour::Black)
         , m_scratch(scratch) {}
+    Place place() const { return m_place; }
+    int columnCount() const { return m_layout ? int(m_layout->columns.size()) : 0; }
+    // The column's cell is made of the line alone, the same in every row of it.
+    bool ofLineAlone(int column) const { return m_layout->columns[std::size_t(column)].shown != Shown::Own; }
     ListCell cell(int column) const {
         if (!m_layout || column < 0 || column >= int(m_layout->columns.size()))
             return {};
         return cellOf(*m_layout, RecordLine(m_line), m_note, column,
                       column == 0 ? TextColour::Black : m_colour, *m_scratch);
     }
-    // Every cell in column order, handed to f(column, cell): a row written out whole.
-    template <typename F> void forEachCell(F&& f) const {
-        if (!m_layout)
-            return;
-        const RecordLine line(m_line);
-        const int count = int(m_layout->columns.size());
-        for (int column = 0; column < count; ++column)
-            f(column, cellOf(*m_layout, line, m_note, column, column == 0 ? TextColour::Black : m_colour,
-                             *m_scratch));
-    }
 
 private:
     const ListLayout* m_layout = nullptr; // none for a row past the listed ones: every cell empty
     QByteArrayView m_line;
+    Place m_place;
     quint16 m_note = 0;
     TextColour m_colour = TextColour::Black; // of every cell but the first
     std::array<char, 8>* m_scratch = nullptr;

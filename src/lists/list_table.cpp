@@ -48,7 +48,8 @@ void ListTable::addRow(const LineReader& reader, qsizetype lineLength, quint16 n
     const auto length = quint16(std::min<qsizetype>(lineLength, kLastListedColumn));
     m_rows.append({reader.lineOffset(), length, note, m_readingFile});
     if (listener)
-        listener(*this, ListRow(m_layout, reader.line().first(length), note, &m_scratch));
+        listener(*this, ListRow(m_layout, reader.line().first(length), {m_readingFile, reader.lineOffset()},
+                                note, &m_scratch));
 }
 
 qsizetype ListTable::readSpan(int row) const {
@@ -72,7 +73,7 @@ ListRow ListTable::row(int row) const {
     const Row& r = m_rows[row];
     const QByteArrayView line = m_lines->line(r.file, r.offset, r.length,
                                               m_lines->holds(r.file, r.offset, r.length) ? 0 : readSpan(row));
-    return ListRow(m_layout, line, r.note, &m_scratch);
+    return ListRow(m_layout, line, {r.file, r.offset}, r.note, &m_scratch);
 }
 
 ListCell ListTable::cell(int row, int column) const {

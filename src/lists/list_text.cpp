@@ -133,11 +133,35 @@ void ListTextWriter::header(const ListTable& table) {
 
 void ListTextWriter::row(const ListRow& row) {
     const char separator = m_csv ? ',' : '\t';
-    row.forEachCell([this, separator](int column, const ListCell& cell) {
+    // A month list lists a booking once for each booked day: a row of the line before takes each run of cells
+    // made of the line alone, with the separators between them, as it was written for that row.
+    const bool again = row.place() == m_last.place && row.place().offset >= 0;
+    char* const start = m_at;
+    const int count = row.columnCount();
+    m_last.cells.resize(std::max<std::size_t>(m_last.cells.size(), std::size_t(count)));
+    for (int column = 0; column < count; ++column) {
         if (column > 0)
             put(separator);
-        field(cell.bytes);
-    });
+        if (again && row.ofLineAlone(column)) {
+            int end = column + 1;
+            while (end < count && row.ofLineAlone(end))
+                ++end;
+            const qsizetype from = m_last.cells[std::size_t(column)].first;
+            const qsizetype size = m_last.cells[std::size_t(end - 1)].second - from;
+            std::memcpy(m_at, m_last.text.data() + from, std::size_t(size));
+            m_at += size;
+            column = end - 1;
+            continue;
+        }
+        const qsizetype from = m_at - start;
+        field(row.cell(column).bytes);
+        if (!again)
+            m_last.cells[std::size_t(column)] = {from, m_at - start};
+    }
+    if (!again) {
+        m_last.place = row.place();
+        m_last.text.assign(start, m_at);
+    }
     endRow();
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "lists/list_table.h"
+#include "lists/list_columns.h"
 
 #include <QByteArray>
+#include <utility>
+#include <vector>
 
 class QIODevice;
 
@@ -33,8 +35,16 @@ private:
     void quoted(QByteArrayView text);
     void endRow();
 
+    // The first row written of the last line, and where each of its cells starts and ends in its text.
+    struct LastRow {
+        ListRow::Place place;
+        std::vector<char> text;
+        std::vector<std::pair<qsizetype, qsizetype>> cells;
+    };
+
     QIODevice& m_device;
     bool m_csv;
+    LastRow m_last;
     QByteArray m_buffer; // a piece, with room for a row after it
     char* m_at = m_buffer.data();
     bool m_ok = true;
