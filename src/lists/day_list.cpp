@@ -27,7 +27,7 @@ constexpr ListLayout kDayLayout{kDayColumns, 0xE0E0E0, expectedCell};
 } // namespace
 
 BuiltList buildDayList(const QString& dataPath, const QDate& date, const RowListener& listener) {
-    const QByteArray dateText = storedDate(date);
+    const int dateNumber = passDateNumber(date);
     const int day = date.day();
     LineReader reader(monthFileOf(dataPath, date));
     BuiltList out{ListTable(kDayLayout, reader), {}};
@@ -35,7 +35,8 @@ BuiltList buildDayList(const QString& dataPath, const QDate& date, const RowList
     while (reader.next(bytes)) {
         const RecordLine line(bytes);
         const bool booked = isBooked(rawSlot(line, day));
-        if (booked || passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), dateText))
+        if (booked ||
+            passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), dateNumber))
             out.table.addRow(reader, bytes.size(), quint16(day), listener);
     }
     out.error = reader.error();

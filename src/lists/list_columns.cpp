@@ -62,13 +62,16 @@ int passDateNumber(QByteArrayView date) {
 
 } // namespace
 
-bool passDateInRange(QByteArrayView from, QByteArrayView to, QByteArrayView date) {
-    const int d = passDateNumber(date);
-    return passDateNumber(from) <= d && d <= passDateNumber(to);
+bool passDateInRange(QByteArrayView from, QByteArrayView to, int dateNumber) {
+    return passDateNumber(from) <= dateNumber && dateNumber <= passDateNumber(to);
 }
 
 QByteArray storedDate(const QDate& date) {
     return date.toString(QStringLiteral("dd-MM-yyyy")).toLatin1();
+}
+
+int passDateNumber(const QDate& date) {
+    return passDateNumber(QByteArrayView(storedDate(date)));
 }
 
 QString monthFileOf(const QString& dataPath, const QDate& date) {

@@ -175,10 +175,12 @@ inline bool isBooked(QByteArrayView slot) {
 }
 
 // The pass-date range test: from <= date <= to, each "dd-mm-yyyy" text taken as the number yymmdd, so by
-// two-digit year first (a date of 2100 sorts before 2099, as it always has).
-bool passDateInRange(QByteArrayView from, QByteArrayView to, QByteArrayView date);
-// "dd-mm-yyyy" as stored in the pass columns.
+// two-digit year first (a date of 2100 sorts before 2099, as it always has). The date is tested against every
+// line of a month, so it comes as its number.
+bool passDateInRange(QByteArrayView from, QByteArrayView to, int dateNumber);
+// "dd-mm-yyyy" as stored in the pass columns, and as the number the range test takes.
 QByteArray storedDate(const QDate& date);
+int passDateNumber(const QDate& date);
 // The month file holding a date's bookings.
 QString monthFileOf(const QString& dataPath, const QDate& date);
 

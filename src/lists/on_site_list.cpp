@@ -81,7 +81,7 @@ QString OnSiteList::statusFilePath(const QString& dataPath, const QDate& today) 
 }
 
 FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& today, Prompter& prompter) {
-    const QByteArray todayText = storedDate(today);
+    const int todayNumber = passDateNumber(today);
     // Only where each kept line lies is held, and the new status file is written from the month files once
     // its marks are known, so it never stands in memory. The month files stay open meanwhile: the file is
     // made of the lines as they were read, whatever another desk writes.
@@ -114,7 +114,7 @@ FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& toda
             const RecordLine line(bytes);
             const bool booked = todaysMonth && !line.bookedSlot(today.day()).isEmpty();
             if (!booked &&
-                !passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), todayText))
+                !passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), todayNumber))
                 continue;
             byRegNo[firstColumns(bytes).toByteArray()].entries.append(kept.size());
             kept.append({cached, reader.lineOffset(), bytes.size()});
