@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QScopeGuard>
 #include <QThread>
 #include <cerrno>
 #include <cstring>
@@ -282,20 +283,68 @@ const struct stat* statOf(const QString& path, struct stat& st) {
 } // namespace
 
 FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writePath) {
-    return replaceFileByPieces(
-        path, [bytes](const PieceWriter& write) { return write(bytes); }, writePath);
+    Replacement file(path, writePath ? *writePath : realWritePath());
+    struct stat st {};
+    if (FileError error = file.open(statOf(path, st)))
+        return error;
+    if (FileError error = file.write(bytes))
+        return error;
+    return file.commit();
 }
 
 FileError replaceFileByPieces(const QString& path,
                               const std::function<FileError(const PieceWriter& write)>& produce,
                               WritePath* writePath) {
-    Replacement file(path, writePath ? *writePath : realWritePath());
+    // The new content is compared with the old as it is made: nothing is written while they are the same, and
+    // at the first difference the part that was the same is copied from the old file.
+    FileError ignored;
+    const int old = openDataFile(path, O_RDONLY, ignored); // none, or none to compare with: all is new
+    const auto closeOld = qScopeGuard([old] {
+        if (old >= 0)
+            ::close(old);
+    });
+    qint64 same = 0;
+    QByteArray oldBytes;
+    std::optional<Replacement> file;
+    const auto start = [&]() -> FileError {
+        file.emplace(path, writePath ? *writePath : realWritePath());
+        struct stat st {};
+        if (FileError error = file->open(statOf(path, st)))
+            return error;
+        return same > 0 ? file->copy(old, 0, same) : FileError();
+    };
+    const PieceWriter write = [&](QByteArrayView piece) -> FileError {
+        if (!file) {
+            oldBytes.resize(piece.size());
+            qsizetype read = 0;
+            while (old >= 0 && read < piece.size()) {
+                const ssize_t n =
+                    ::pread(old, oldBytes.data() + read, size_t(piece.size() - read), same + read);
+                if (n < 0 && errno == EINTR)
+                    continue;
+                if (n <= 0)
+                    break; // the old file ends here, or cannot be read: the new content differs
+                read += n;
+            }
+            if (read == piece.size() && std::memcmp(oldBytes.constData(), piece.data(), size_t(read)) == 0) {
+                same += read;
+                return {};
+            }
+            if (FileError error = start())
+                return error;
+        }
+        return file->write(piece);
+    };
+    if (FileError error = produce(write))
+        return error;
     struct stat st {};
-    if (FileError error = file.open(statOf(path, st)))
-        return error;
-    if (FileError error = produce([&file](QByteArrayView piece) { return file.write(piece); }))
-        return error;
-    return file.commit();
+    if (!file && old >= 0 && ::fstat(old, &st) == 0 && st.st_size == same)
+        return {}; // the same, byte for byte
+    if (!file) {
+        if (FileError error = start())
+            return error;
+    }
+    return file->commit();
 }
 
 namespace {

@@ -51,7 +51,8 @@ FileError readWholeFile(const QString& path, QByteArray& bytes);
 // and permission bits. On failure the old file is untouched.
 FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writePath = nullptr);
 // The same with a content made as it is written: `produce` hands it to `write` a piece at a time and returns
-// the first error, its own or write's; the old file is replaced only when there is none.
+// the first error, its own or write's; the old file is replaced only when there is none, and only when the
+// content differs from it: one the same, byte for byte, leaves the file as it was, unwritten.
 using PieceWriter = std::function<FileError(QByteArrayView piece)>;
 FileError replaceFileByPieces(const QString& path,
                               const std::function<FileError(const PieceWriter& write)>& produce,
