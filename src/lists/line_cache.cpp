@@ -18,6 +18,16 @@ int LineCache::addFile(int fileDescriptor) {
     return int(m_fds.size() - 1);
 }
 
+qint32 LineCache::keep(QByteArrayView line) {
+    if (qsizetype(m_kept.size()) + line.size() > kKeptBytes)
+        return -1;
+    if (m_kept.capacity() == 0)
+        m_kept.reserve(std::size_t(kKeptBytes)); // never moved as it fills; only the pages written count
+    const auto at = qint32(m_kept.size());
+    m_kept.insert(m_kept.end(), line.begin(), line.end());
+    return at;
+}
+
 QByteArrayView LineCache::line(int file, qint64 offset, qsizetype length, qsizetype span) {
     const int fd = file >= 0 && file < m_fds.size() ? m_fds[file] : -1;
     if (!holds(file, offset, length)) {

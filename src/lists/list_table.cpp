@@ -46,10 +46,18 @@ void ListTable::readFrom(const LineReader& reader) {
 void ListTable::addRow(const LineReader& reader, qsizetype lineLength, quint16 note,
                        const RowListener& listener) {
     const auto length = quint16(std::min<qsizetype>(lineLength, kLastListedColumn));
-    m_rows.append({reader.lineOffset(), length, note, m_readingFile});
-    if (listener)
-        listener(*this, ListRow(m_layout, reader.line().first(length), {m_readingFile, reader.lineOffset()},
-                                note, &m_scratch));
+    const qint64 offset = reader.lineOffset();
+    const QByteArrayView line = reader.line().first(length);
+    if (listener) {
+        // Its listener has the row as it is read: it is not kept.
+        m_rows.append({offset, length, note, m_readingFile, -1});
+        listener(*this, ListRow(m_layout, line, {m_readingFile, offset}, note, &m_scratch));
+        return;
+    }
+    // A month list lists a line once for each of its booked days; it is kept once.
+    const Row* last = m_rows.isEmpty() ? nullptr : &m_rows.last();
+    const bool same = last && last->file == m_readingFile && last->offset == offset;
+    m_rows.append({offset, length, note, m_readingFile, same ? last->kept : m_lines->keep(line)});
 }
 
 qsizetype ListTable::readSpan(int row) const {
@@ -71,8 +79,10 @@ ListRow ListTable::row(int row) const {
     if (row < 0 || row >= listedCount())
         return {};
     const Row& r = m_rows[row];
-    const QByteArrayView line = m_lines->line(r.file, r.offset, r.length,
-                                              m_lines->holds(r.file, r.offset, r.length) ? 0 : readSpan(row));
+    const QByteArrayView line =
+        r.kept >= 0 ? m_lines->kept(r.kept, r.length)
+                    : m_lines->line(r.file, r.offset, r.length,
+                                    m_lines->holds(r.file, r.offset, r.length) ? 0 : readSpan(row));
     return ListRow(m_layout, line, {r.file, r.offset}, r.note, &m_scratch);
 }
 

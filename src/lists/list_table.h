@@ -91,6 +91,7 @@ private:
         quint16 length; // as far as any cell reaches
         quint16 note;
         quint16 file; // of m_lines
+        qint32 kept;  // where m_lines keeps the line, -1 when it is read again
     };
 
     // How far the rows from this one on reach while each starts close behind the one before: what reading
