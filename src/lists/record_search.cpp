@@ -159,10 +159,10 @@ bool FoldedFinder::foundIn(QByteArrayView hay) const {
         return true;
     const auto* h = reinterpret_cast<const unsigned char*>(hay.data());
     const qsizetype last = hay.size() - n; // the last place where the text can start
-    qsizetype at = 0;
     const Bytes16 first0 = splat(m_first[0]), first1 = splat(m_first[1]);
     const Bytes16 last0 = splat(m_last[0]), last1 = splat(m_last[1]);
-    for (; at + 15 <= last; at += 16) {
+    // The sixteen places from `at` on.
+    const auto foundFrom = [&](qsizetype at) {
         const Bytes16 starts = load16(h + at);
         const Bytes16 ends = load16(h + at + n - 1);
         const auto fits = ((starts == first0) | (starts == first1)) & ((ends == last0) | (ends == last1));
@@ -173,7 +173,15 @@ bool FoldedFinder::foundIn(QByteArrayView hay) const {
                 for (qsizetype i = at + half * 8; i < at + half * 8 + 8; ++i)
                     if (matchesAt(h + i))
                         return true;
-    }
+        return false;
+    };
+    qsizetype at = 0;
+    for (; at + 15 <= last; at += 16)
+        if (foundFrom(at))
+            return true;
+    // The places left are the last sixteen, some of them tried already, when the hay has sixteen.
+    if (at <= last && last >= 15)
+        return foundFrom(last - 15);
     for (; at <= last; ++at)
         if (matchesAt(h + at))
             return true;

@@ -121,6 +121,14 @@ TEST_F(SearchTest, anyTextFindsATextWhereverItStartsInTheLine) {
     select(15, "JUNE", "2024");
     EXPECT_EQ(search("ANY TEXT", u"q\u00E9Z"_s), GridLists::Outcome::Listed);
     EXPECT_EQ(column(0), expected);
+
+    // A text of any length on the line's last columns.
+    for (int length = 1; length <= 20; ++length) {
+        const QByteArray text = QByteArray("QZXYWVUTSRPONMLKJIHG").left(length);
+        desk.folder.write(u"Record/2406.vrf"_s,
+                          handLine({{1, "240603000001"}, {1186 - length + 1, text.constData()}}) + "\r\n");
+        EXPECT_EQ(search("ANY TEXT", QString::fromLatin1(text)), GridLists::Outcome::Listed) << length;
+    }
 }
 
 TEST_F(SearchTest, refusalsAndTheThreeMessages) {
