@@ -73,10 +73,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const FileError rewritten = rewriteLines(
         path,
         [&](QByteArrayView line, QByteArray& out) {
-            if (keepMask & (1u << (index++ % 8))) {
-                out.append(line);
-                out.append(kLineEnd);
-            }
+            const int i = index++;
+            if (!(keepMask & (1u << (i % 8))))
+                return true; // dropped
+            if (i % 2 == 0)
+                return false;                  // kept as it is
+            out.append(line).append(kLineEnd); // kept by writing it again
+            return true;
         },
         &changed);
     if (rewritten) {

@@ -1,10 +1,8 @@
 #include "admin/list_command.h"
 
-#include "lists/list_text.h"
-
-#include <QFile>
 #include <QRegularExpression>
 #include <QTextStream>
+#include <unistd.h>
 
 namespace porvane::admin {
 
@@ -23,18 +21,38 @@ bool setDateBoxes(DateSelection& dates, const QString& text, bool withDay) {
     return true;
 }
 
-int finishList(CommandContext& context, const GridLists& lists, GridLists::Outcome outcome) {
+ListOutput::ListOutput(CommandContext& context, GridLists& lists)
+    : m_context(context)
+    , m_lists(lists)
+    , m_writer(m_stdout, context.csv) {
+    // Straight to the descriptor: the writer hands over pieces large enough.
+    m_stdout.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered); // a failure shows on writing
+    m_lists.rowRead = [this](const ListTable& table, const ListRow& row) {
+        if (m_printed++ == 0)
+            m_writer.header(table);
+        m_writer.row(row);
+    };
+}
+
+ListOutput::~ListOutput() {
+    m_lists.rowRead = {};
+}
+
+int ListOutput::finish(GridLists::Outcome outcome) {
+    const ListTable& table = m_lists.table();
     const bool listed = outcome == GridLists::Outcome::Listed ||
-                        (outcome == GridLists::Outcome::Failed && lists.table().listedCount() > 0);
-    if (listed) {
-        QFile out;
-        if (!out.open(stdout, QIODevice::WriteOnly) || !writeListTableText(lists.table(), context.csv, out)) {
-            QTextStream(stderr) << "porvane-admin: the list could not be written\n";
-            return 1;
-        }
+                        (outcome == GridLists::Outcome::Failed && table.listedCount() > 0);
+    if (listed && m_printed == 0) {
+        m_writer.header(table);
+        for (int r = 0; r < table.listedCount(); ++r)
+            m_writer.row(table.row(r));
+    }
+    if ((listed || m_printed > 0) && !m_writer.flush()) {
+        QTextStream(stderr) << "porvane-admin: the list could not be written\n";
+        return 1;
     }
     if (outcome == GridLists::Outcome::Failed)
-        QTextStream(stderr) << context.state.mainTitle << '\n';
+        QTextStream(stderr) << m_context.state.mainTitle << '\n';
     return outcome == GridLists::Outcome::Listed ? 0 : 1;
 }
 
@@ -48,7 +66,8 @@ int runListCommand(CommandContext& context) {
         return usageError(day ? QStringLiteral("list day takes a date YYYY-MM-DD")
                               : QStringLiteral("list month takes a month YYYY-MM"));
     GridLists lists(context.state);
-    return finishList(context, lists, day ? lists.selectDayRecord(dates) : lists.selectMonthRecord(dates));
+    ListOutput output(context, lists);
+    return output.finish(day ? lists.selectDayRecord(dates) : lists.selectMonthRecord(dates));
 }
 
 } // namespace porvane::admin

@@ -2,6 +2,9 @@
 
 #include "admin/commands.h"
 #include "lists/grid_lists.h"
+#include "lists/list_text.h"
+
+#include <QFile>
 
 namespace porvane::admin {
 
@@ -13,10 +16,26 @@ int runSearchCommand(CommandContext& context);
 // onsite: rebuilds today's status file as the desk does, then lists it.
 int runOnsiteCommand(CommandContext& context);
 
-// Prints the table the lists built (header and listed rows) and turns the outcome into the exit status. The
-// desk's messages have gone to stderr through the prompter already; an error the desk shows in its title
-// goes there too.
-int finishList(CommandContext& context, const GridLists& lists, GridLists::Outcome outcome);
+// A list printed to stdout (header and listed rows): the rows of the day, month and on-site lists as their
+// file is read, so that it is read once, a search's once it is done.
+class ListOutput {
+public:
+    ListOutput(CommandContext& context, GridLists& lists);
+    ~ListOutput();
+    ListOutput(const ListOutput&) = delete;
+    ListOutput& operator=(const ListOutput&) = delete;
+
+    // Prints what is still to print and turns the outcome into the exit status. The desk's messages have gone
+    // to stderr through the prompter already; an error the desk shows in its title goes there too.
+    int finish(GridLists::Outcome outcome);
+
+private:
+    CommandContext& m_context;
+    GridLists& m_lists;
+    QFile m_stdout;
+    ListTextWriter m_writer;
+    qsizetype m_printed = 0; // rows printed as they were read
+};
 
 // "YYYY-MM" or "YYYY-MM-DD" into the desk's date boxes (day "--" when there is none). False when the text
 // has another shape.

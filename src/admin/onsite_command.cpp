@@ -6,7 +6,8 @@ int runOnsiteCommand(CommandContext& context) {
     if (!context.args.isEmpty())
         return usageError(QStringLiteral("onsite takes no arguments"));
     GridLists lists(context.state);
-    return finishList(context, lists, lists.showDayStatus());
+    ListOutput output(context, lists);
+    return output.finish(lists.showDayStatus());
 }
 
 } // namespace porvane::admin

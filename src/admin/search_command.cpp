@@ -38,7 +38,8 @@ int runSearchCommand(CommandContext& context) {
         return usageError(QStringLiteral("KIND is one of: ") +
                           RecordSearch::kindItems().join(QStringLiteral(", ")));
     GridLists lists(context.state);
-    return finishList(context, lists, lists.startSearch({*months, args.at(1), args.at(2)}));
+    ListOutput output(context, lists);
+    return output.finish(lists.startSearch({*months, args.at(1), args.at(2)}));
 }
 
 } // namespace porvane::admin

@@ -329,11 +329,8 @@ BulkDeletion::Outcome BulkDeletion::deleteLines(Scope scope, const QString& yymm
             (theDay ? tr("No Records Deleted for the ") : tr("No Records Deleted for ")) + dateText;
         return out;
     }
-    const LineEdit keep = [&drops](QByteArrayView stored, QByteArray& kept) {
-        if (drops(RecordLine(stored)))
-            return;
-        kept.append(stored);
-        kept.append(kLineEnd);
+    const LineEdit keep = [&drops](QByteArrayView stored, QByteArray&) {
+        return drops(RecordLine(stored)); // dropped: nothing takes its place
     };
     if ((out.error = rewriteLines(path, keep, nullptr, writePath)))
         return out;

@@ -26,8 +26,8 @@ constexpr ListLayout kDayLayout{kDayColumns, 0xE0E0E0, expectedCell};
 
 } // namespace
 
-BuiltList buildDayList(const QString& dataPath, const QDate& date) {
-    const QByteArray dateText = storedDate(date);
+BuiltList buildDayList(const QString& dataPath, const QDate& date, const RowListener& listener) {
+    const int dateNumber = passDateNumber(date);
     const int day = date.day();
     LineReader reader(monthFileOf(dataPath, date));
     BuiltList out{ListTable(kDayLayout, reader), {}};
@@ -35,8 +35,9 @@ BuiltList buildDayList(const QString& dataPath, const QDate& date) {
     while (reader.next(bytes)) {
         const RecordLine line(bytes);
         const bool booked = isBooked(rawSlot(line, day));
-        if (booked || passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), dateText))
-            out.table.addRow(reader, bytes.size(), quint16(day));
+        if (booked ||
+            passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), dateNumber))
+            out.table.addRow(reader, bytes.size(), quint16(day), listener);
     }
     out.error = reader.error();
     return out;

@@ -56,7 +56,7 @@ GridLists::Outcome GridLists::selectDayRecord(DateSelection& dates) {
         return Outcome::Refused;
     m_state.listMode = ListMode::Day;
     m_view.locked = true;
-    BuiltList built = buildDayList(m_state.dataPath(), dates.selectedDate());
+    BuiltList built = buildDayList(m_state.dataPath(), dates.selectedDate(), rowRead);
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound)
         return noBookings();
@@ -75,7 +75,7 @@ GridLists::Outcome GridLists::selectMonthRecord(DateSelection& dates) {
     m_view.inOutEnabled = false;
     m_state.listMode = ListMode::Month;
     m_view.locked = true;
-    BuiltList built = buildMonthList(m_state.dataPath(), monthOf(dates), m_state.clock.today());
+    BuiltList built = buildMonthList(m_state.dataPath(), monthOf(dates), m_state.clock.today(), rowRead);
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound)
         return noBookings();
@@ -151,7 +151,7 @@ GridLists::Outcome GridLists::showDayStatus() {
     const bool rebuilt = writeStatusList();
     m_state.listMode = ListMode::OnSite;
     m_view.dayBoxGreyed = false;
-    BuiltList built = OnSiteList::build(m_state.dataPath(), m_state.clock.today());
+    BuiltList built = OnSiteList::build(m_state.dataPath(), m_state.clock.today(), rowRead);
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound)
         return noBookings();

@@ -37,6 +37,9 @@ public:
     const View& view() const { return m_view; }
     // Called whenever the table changes; the window hands it to StatGrid's model.
     std::function<void(const ListTable&)> tableChanged;
+    // Called with each row of the day, month and on-site lists as their file is read, before the table is
+    // shown: porvane-admin writes them out at once.
+    RowListener rowRead;
 
     // "Select Day Record": the day chosen in the date boxes.
     Outcome selectDayRecord(DateSelection& dates);

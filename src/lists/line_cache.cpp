@@ -7,10 +7,6 @@
 
 namespace porvane {
 
-namespace {
-constexpr qsizetype kBlock = 256 * 1024;
-}
-
 LineCache::~LineCache() {
     for (const int fd : m_fds)
         if (fd >= 0)
@@ -22,16 +18,24 @@ int LineCache::addFile(int fileDescriptor) {
     return int(m_fds.size() - 1);
 }
 
-QByteArrayView LineCache::line(int file, qint64 offset, qsizetype length) {
+qint32 LineCache::keep(QByteArrayView line) {
+    if (qsizetype(m_kept.size()) + line.size() > kKeptBytes)
+        return -1;
+    if (m_kept.capacity() == 0)
+        m_kept.reserve(std::size_t(kKeptBytes)); // never moved as it fills; only the pages written count
+    const auto at = qint32(m_kept.size());
+    m_kept.insert(m_kept.end(), line.begin(), line.end());
+    return at;
+}
+
+QByteArrayView LineCache::line(int file, qint64 offset, qsizetype length, qsizetype span) {
     const int fd = file >= 0 && file < m_fds.size() ? m_fds[file] : -1;
-    const bool cached =
-        file == m_blockFile && offset >= m_blockOffset && offset + length <= m_blockOffset + m_blockSize;
-    if (!cached) {
+    if (!holds(file, offset, length)) {
         m_blockFile = file;
         m_blockOffset = offset;
         m_blockSize = 0;
         if (fd >= 0)
-            m_block.resize(std::max(kBlock, length));
+            m_block.resize(std::clamp(span, length, std::max(kBlock, length)));
         while (fd >= 0 && m_blockSize < m_block.size()) {
             const ssize_t n = ::pread(fd, m_block.data() + m_blockSize, size_t(m_block.size() - m_blockSize),
                                       offset + m_blockSize);

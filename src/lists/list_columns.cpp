@@ -8,13 +8,16 @@
 namespace porvane {
 
 QByteArrayView passTypeText(QByteArrayView letter) {
-    if (letter == "D")
+    switch (letter.size() == 1 ? letter.front() : '\0') {
+    case 'D':
         return "Day";
-    if (letter == "W")
+    case 'W':
         return "Week";
-    if (letter == "M")
+    case 'M':
         return "Month";
-    return {};
+    default:
+        return {};
+    }
 }
 
 ListCell slotCell(QByteArrayView slot, std::array<char, 8>& scratch, TextColour colour) {
@@ -59,13 +62,16 @@ int passDateNumber(QByteArrayView date) {
 
 } // namespace
 
-bool passDateInRange(QByteArrayView from, QByteArrayView to, QByteArrayView date) {
-    const int d = passDateNumber(date);
-    return passDateNumber(from) <= d && d <= passDateNumber(to);
+bool passDateInRange(QByteArrayView from, QByteArrayView to, int dateNumber) {
+    return passDateNumber(from) <= dateNumber && dateNumber <= passDateNumber(to);
 }
 
 QByteArray storedDate(const QDate& date) {
     return date.toString(QStringLiteral("dd-MM-yyyy")).toLatin1();
+}
+
+int passDateNumber(const QDate& date) {
+    return passDateNumber(QByteArrayView(storedDate(date)));
 }
 
 QString monthFileOf(const QString& dataPath, const QDate& date) {

@@ -94,12 +94,12 @@ struct ListLayout {
     TextColour (*rowColour)(quint16 note) = nullptr; // black when there is none
 };
 
-// The cell of one column of a row; `scratch` holds a cell that is not stored as it shows. Inline, with the
-// row below: porvane-admin asks for every cell of every row of a month.
+// The cell of one column of a row; `scratch` holds a cell that is not stored as it shows, `colour` is the
+// colour the row gives its cells. Inline, with the row below: porvane-admin asks for every cell of every row
+// of a month.
 inline ListCell cellOf(const ListLayout& layout, const RecordLine& line, quint16 note, int column,
-                       std::array<char, 8>& scratch) {
+                       TextColour colour, std::array<char, 8>& scratch) {
     const ColumnDef& def = layout.columns[std::size_t(column)];
-    const TextColour colour = column == 0 || !layout.rowColour ? TextColour::Black : layout.rowColour(note);
     switch (def.shown) {
     case Shown::AsRead:
         return {line.columns(def.column, def.size), colour};
@@ -117,22 +117,40 @@ inline ListCell cellOf(const ListLayout& layout, const RecordLine& line, quint16
 // another line. A cell's bytes are valid until the next cell is asked for.
 class ListRow {
 public:
+    // Where a row's line lies: the number of its file in the table and its offset there. A month list's rows
+    // of one booking, one for each booked day, lie at the same place.
+    struct Place {
+        int file = -1;
+        qint64 offset = -1;
+        bool operator==(const Place&) const = default;
+    };
+
     ListRow() = default;
-    ListRow(const ListLayout* layout, QByteArrayView line, quint16 note, std::array<char, 8>* scratch)
+    ListRow(const ListLayout* layout, QByteArrayView line, Place place, quint16 note,
+            std::array<char, 8>* scratch)
         : m_layout(layout)
         , m_line(line)
+        , m_place(place)
         , m_note(note)
+        , m_colour(layout && layout->rowColour ? layout->rowColour(note) : TextColour::Black)
         , m_scratch(scratch) {}
+    Place place() const { return m_place; }
+    int columnCount() const { return m_layout ? int(m_layout->columns.size()) : 0; }
+    // The column's cell is made of the line alone, the same in every row of it.
+    bool ofLineAlone(int column) const { return m_layout->columns[std::size_t(column)].shown != Shown::Own; }
     ListCell cell(int column) const {
         if (!m_layout || column < 0 || column >= int(m_layout->columns.size()))
             return {};
-        return cellOf(*m_layout, RecordLine(m_line), m_note, column, *m_scratch);
+        return cellOf(*m_layout, RecordLine(m_line), m_note, column,
+                      column == 0 ? TextColour::Black : m_colour, *m_scratch);
     }
 
 private:
     const ListLayout* m_layout = nullptr; // none for a row past the listed ones: every cell empty
     QByteArrayView m_line;
+    Place m_place;
     quint16 m_note = 0;
+    TextColour m_colour = TextColour::Black; // of every cell but the first
     std::array<char, 8>* m_scratch = nullptr;
 };
 
@@ -157,10 +175,12 @@ inline bool isBooked(QByteArrayView slot) {
 }
 
 // The pass-date range test: from <= date <= to, each "dd-mm-yyyy" text taken as the number yymmdd, so by
-// two-digit year first (a date of 2100 sorts before 2099, as it always has).
-bool passDateInRange(QByteArrayView from, QByteArrayView to, QByteArrayView date);
-// "dd-mm-yyyy" as stored in the pass columns.
+// two-digit year first (a date of 2100 sorts before 2099, as it always has). The date is tested against every
+// line of a month, so it comes as its number.
+bool passDateInRange(QByteArrayView from, QByteArrayView to, int dateNumber);
+// "dd-mm-yyyy" as stored in the pass columns, and as the number the range test takes.
 QByteArray storedDate(const QDate& date);
+int passDateNumber(const QDate& date);
 // The month file holding a date's bookings.
 QString monthFileOf(const QString& dataPath, const QDate& date);
 

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QString>
 #include <array>
+#include <functional>
 #include <memory>
 
 namespace porvane {
@@ -32,6 +33,11 @@ struct ListCell {
 };
 
 class ListRow;
+class ListTable;
+
+// Hears of each row as a list is read: the table being built, and the row over the line just read (valid
+// until the reading goes on). porvane-admin writes the rows out as they come, so a list is read once.
+using RowListener = std::function<void(const ListTable& table, const ListRow& row)>;
 
 // What a list builder produces and the grid, list printing and porvane-admin show as it is: the columns,
 // the rows, the two row colours and the count. A row is only where its line lies in the file the list was
@@ -74,8 +80,10 @@ public:
 
     // Rows added from now on are lines of the file the reader reads.
     void readFrom(const LineReader& reader);
-    // Adds a row for the line the reader returned last, with the list's note for it.
-    void addRow(const LineReader& reader, qsizetype lineLength, quint16 note = 0);
+    // Adds a row for the line the reader returned last, with the list's note for it, and hands it to the
+    // listener if there is one.
+    void addRow(const LineReader& reader, qsizetype lineLength, quint16 note = 0,
+                const RowListener& listener = {});
 
 private:
     struct Row {
@@ -83,7 +91,12 @@ private:
         quint16 length; // as far as any cell reaches
         quint16 note;
         quint16 file; // of m_lines
+        qint32 kept;  // where m_lines keeps the line, -1 when it is read again
     };
+
+    // How far the rows from this one on reach while each starts close behind the one before: what reading
+    // this row again takes along.
+    qsizetype readSpan(int row) const;
 
     const ListLayout* m_layout = nullptr;
     std::shared_ptr<LineCache> m_lines = std::make_shared<LineCache>();

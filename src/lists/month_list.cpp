@@ -3,6 +3,7 @@
 #include "store/line_reader.h"
 
 #include <QtGlobal>
+#include <cstring>
 
 namespace porvane {
 
@@ -57,7 +58,8 @@ int yymmdd(int year, int month, int day) {
 
 } // namespace
 
-BuiltList buildMonthList(const QString& dataPath, const QDate& month, const QDate& today) {
+BuiltList buildMonthList(const QString& dataPath, const QDate& month, const QDate& today,
+                         const RowListener& listener) {
     const int todayNumber = yymmdd(today.year(), today.month(), today.day());
     const int monthNumber = yymmdd(month.year(), month.month(), 0);
     LineReader reader(monthFileOf(dataPath, month));
@@ -71,13 +73,19 @@ BuiltList buildMonthList(const QString& dataPath, const QDate& month, const QDat
             const qsizetype at = qsizetype(day - 1) * kBookedSlotWidth;
             if (at >= times.size())
                 break;
+            // Most days have no booked time: two empty slots are passed over at once.
+            if (times.size() - at >= 2 * kBookedSlotWidth &&
+                std::memcmp(times.data() + at, "        ", 2 * kBookedSlotWidth) == 0) {
+                ++day;
+                continue;
+            }
             if (!isBooked(times.sliced(at, std::min<qsizetype>(kBookedSlotWidth, times.size() - at))))
                 continue;
             const int rowNumber = monthNumber + day;
             const TextColour colour = rowNumber < todayNumber    ? TextColour::Grey
                                       : rowNumber == todayNumber ? TextColour::DarkBlue
                                                                  : TextColour::Black;
-            out.table.addRow(reader, bytes.size(), rowNote(day, colour));
+            out.table.addRow(reader, bytes.size(), rowNote(day, colour), listener);
         }
     }
     out.error = reader.error();

@@ -1,6 +1,7 @@
 #include "lists/on_site_list.h"
 
 #include "app/lock_question.h"
+#include "lists/line_cache.h"
 #include "store/data_lock.h"
 #include "store/digits.h"
 #include "store/line_reader.h"
@@ -10,6 +11,9 @@
 #include <QHash>
 #include <QtGlobal>
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <vector>
 
 namespace porvane {
 
@@ -77,48 +81,18 @@ QString OnSiteList::statusFilePath(const QString& dataPath, const QDate& today) 
 }
 
 FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& today, Prompter& prompter) {
-    const QByteArray todayText = storedDate(today);
-    // The new status file as it is made, and where each kept line starts in it.
-    QByteArray content;
-    QList<qsizetype> kept;
-    for (int k = -6; k <= 6; ++k) {
-        const QDate month = today.addMonths(k);
-        const QString file = monthFileOf(dataPath, month);
-        if (!QFileInfo::exists(file))
-            continue;
-        const bool todaysMonth = k == 0;
-        LineReader reader(file);
-        QByteArrayView bytes;
-        while (reader.next(bytes)) {
-            const RecordLine line(bytes);
-            const bool booked = todaysMonth && !line.bookedSlot(today.day()).isEmpty();
-            if (!booked &&
-                !passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), todayText))
-                continue;
-            kept.append(content.size());
-            content.append(bytes);
-            // A torn line still gets its mark columns; missing columns read as blanks anyway.
-            if (bytes.size() < kRecordLineLength)
-                content.append(kRecordLineLength - bytes.size(), ' ');
-            content.append(kLineEnd);
-        }
-        if (reader.error())
-            return reader.error();
-    }
-    const auto setMarks = [&](qsizetype entry, QByteArrayView marks) {
-        std::copy(marks.begin(), marks.end(), content.begin() + kept[entry] + kMarkColumn - 1);
+    const int todayNumber = passDateNumber(today);
+    // Only where each kept line lies is held, and the new status file is written from the month files once
+    // its marks are known, so it never stands in memory. The month files stay open meanwhile: the file is
+    // made of the lines as they were read, whatever another desk writes.
+    struct Entry {
+        int month; // of monthFiles and of the cache
+        qint64 offset;
+        qsizetype length;
     };
-
-    const QString statusFile = statusFilePath(dataPath, today);
-    DataLock lock(dataPath);
-    if (FileError e = takeDataLock(lock, prompter))
-        return e;
-    LineReader old(statusFile);
-    if (old.error().number == FileError::FileNotFound) {
-        for (qsizetype i = 0; i < kept.size(); ++i)
-            setMarks(i, kNoMarks);
-        return replaceFile(statusFile, content);
-    }
+    QStringList monthFiles;
+    LineCache months;
+    QList<Entry> kept;
     // The kept entries of each RegNo in list order; the n-th status line of a RegNo gives its marks to the
     // n-th entry of it, so twin identifiers (two desks saving in the same second) all keep theirs.
     struct Twins {
@@ -126,31 +100,93 @@ FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& toda
         qsizetype marked = 0;
     };
     QHash<QByteArray, Twins> byRegNo;
-    byRegNo.reserve(kept.size());
-    for (qsizetype i = 0; i < kept.size(); ++i)
-        byRegNo[firstColumns(QByteArrayView(content).sliced(kept[i])).toByteArray()].entries.append(i);
-    QByteArrayView status;
-    while (old.next(status)) {
-        // A status line torn before its marks has no marks to give.
-        if (status.size() < kMarkColumn - 1 + kMarkWidth)
+    for (int k = -6; k <= 6; ++k) {
+        const QDate month = today.addMonths(k);
+        const QString file = monthFileOf(dataPath, month);
+        if (!QFileInfo::exists(file))
             continue;
-        const auto twins = byRegNo.find(firstColumns(status).toByteArray());
-        if (twins != byRegNo.end() && twins->marked < twins->entries.size())
-            setMarks(twins->entries[twins->marked++], status.sliced(kMarkColumn - 1, kMarkWidth));
+        const bool todaysMonth = k == 0;
+        LineReader reader(file);
+        monthFiles.append(file);
+        const int cached = months.addFile(reader.handle());
+        QByteArrayView bytes;
+        while (reader.next(bytes)) {
+            const RecordLine line(bytes);
+            const bool booked = todaysMonth && !line.bookedSlot(today.day()).isEmpty();
+            if (!booked &&
+                !passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), todayNumber))
+                continue;
+            byRegNo[firstColumns(bytes).toByteArray()].entries.append(kept.size());
+            kept.append({cached, reader.lineOffset(), bytes.size()});
+        }
+        if (reader.error())
+            return reader.error();
     }
-    if (old.error())
-        return old.error();
-    return replaceFile(statusFile, content);
+
+    const QString statusFile = statusFilePath(dataPath, today);
+    DataLock lock(dataPath);
+    if (FileError e = takeDataLock(lock, prompter))
+        return e;
+    // The marks an entry takes from the old file; one it gives none to keeps its month line's columns.
+    std::vector<std::array<char, kMarkWidth>> marks(std::size_t(kept.size()));
+    std::vector<bool> marked(std::size_t(kept.size()), false);
+    const auto setMarks = [&](qsizetype entry, QByteArrayView given) {
+        std::copy(given.begin(), given.end(), marks[std::size_t(entry)].begin());
+        marked[std::size_t(entry)] = true;
+    };
+    LineReader old(statusFile);
+    if (old.error().number == FileError::FileNotFound) {
+        for (qsizetype i = 0; i < kept.size(); ++i)
+            setMarks(i, kNoMarks);
+    } else {
+        QByteArrayView status;
+        while (old.next(status)) {
+            // A status line torn before its marks has no marks to give.
+            if (status.size() < kMarkColumn - 1 + kMarkWidth)
+                continue;
+            const auto twins = byRegNo.find(firstColumns(status).toByteArray());
+            if (twins != byRegNo.end() && twins->marked < twins->entries.size())
+                setMarks(twins->entries[twins->marked++], status.sliced(kMarkColumn - 1, kMarkWidth));
+        }
+        if (old.error())
+            return old.error();
+    }
+    return replaceFileByPieces(statusFile, [&](const PieceWriter& write) {
+        constexpr qsizetype kPiece = 256 * 1024;
+        QByteArray piece;
+        piece.reserve(kPiece + LineReader::kMaxLineLength + kRecordLineLength);
+        for (qsizetype i = 0; i < kept.size(); ++i) {
+            const Entry& e = kept[i];
+            const QByteArrayView line = months.line(e.month, e.offset, e.length, e.length);
+            if (line.size() < e.length)
+                return FileError::fromErrno(EIO, monthFiles[e.month]);
+            const qsizetype at = piece.size();
+            piece.append(line);
+            // A torn line still gets its mark columns; missing columns read as blanks anyway.
+            if (line.size() < kRecordLineLength)
+                piece.append(kRecordLineLength - line.size(), ' ');
+            if (marked[std::size_t(i)])
+                std::copy(marks[std::size_t(i)].begin(), marks[std::size_t(i)].end(),
+                          piece.begin() + at + kMarkColumn - 1);
+            piece.append(kLineEnd);
+            if (piece.size() >= kPiece) {
+                if (FileError error = write(piece))
+                    return error;
+                piece.resize(0);
+            }
+        }
+        return write(piece);
+    });
 }
 
-BuiltList OnSiteList::build(const QString& dataPath, const QDate& today) {
+BuiltList OnSiteList::build(const QString& dataPath, const QDate& today, const RowListener& listener) {
     const char month[2] = {char('0' + today.month() / 10), char('0' + today.month() % 10)};
     LineReader reader(statusFilePath(dataPath, today));
     BuiltList out{ListTable(kStatusLayout, reader), {}};
     QByteArrayView bytes;
     while (reader.next(bytes)) {
         const bool todaysMonth = RecordLine(bytes).columns(3, 2) == QByteArrayView(month, 2);
-        out.table.addRow(reader, bytes.size(), todaysMonth ? quint16(today.day()) : 0);
+        out.table.addRow(reader, bytes.size(), todaysMonth ? quint16(today.day()) : 0, listener);
     }
     out.error = reader.error();
     return out;

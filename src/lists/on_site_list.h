@@ -34,8 +34,9 @@ public:
     // left as it was.
     static FileError writeStatusList(const QString& dataPath, const QDate& today, Prompter& prompter);
 
-    // Lists today's status file line by line, with the arrival and departure colours.
-    static BuiltList build(const QString& dataPath, const QDate& today);
+    // Lists today's status file line by line, with the arrival and departure colours; each row goes to the
+    // listener, if any, as it is read.
+    static BuiltList build(const QString& dataPath, const QDate& today, const RowListener& listener = {});
 };
 
 // A mark "hh:mm" (or "hhmm") as the number hhmm; a missing mark ("  -  ", blanks) is 0.

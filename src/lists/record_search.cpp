@@ -109,16 +109,48 @@ constexpr std::array<unsigned char, 256> makeFold() {
 }
 constexpr std::array<unsigned char, 256> kFold = makeFold();
 
+// Both bytes that fold to a folded byte: itself, and its other case where it has one.
+std::array<unsigned char, 2> casesOf(unsigned char folded) {
+    std::array<unsigned char, 2> cases{folded, folded};
+    for (int b = 0; b < 256; ++b)
+        if (kFold[std::size_t(b)] == folded && b != folded)
+            cases[1] = static_cast<unsigned char>(b);
+    return cases;
+}
+
+// Sixteen bytes at a time; the compiler makes vector instructions of it where the machine has them.
+typedef unsigned char Bytes16 __attribute__((vector_size(16)));
+
+Bytes16 splat(unsigned char b) {
+    Bytes16 v;
+    std::memset(&v, b, sizeof v);
+    return v;
+}
+
+Bytes16 load16(const unsigned char* at) {
+    Bytes16 v;
+    std::memcpy(&v, at, sizeof v);
+    return v;
+}
+
 } // namespace
 
 FoldedFinder::FoldedFinder(const QString& text)
     : m_needle(toWindows1252(text)) {
     for (char& c : m_needle)
         c = char(kFold[static_cast<unsigned char>(c)]);
-    const qsizetype n = m_needle.size();
-    m_shift.fill(n);
-    for (qsizetype j = 0; j + 1 < n; ++j)
-        m_shift[static_cast<unsigned char>(m_needle[j])] = n - 1 - j;
+    if (m_needle.isEmpty())
+        return;
+    m_first = casesOf(static_cast<unsigned char>(m_needle.front()));
+    m_last = casesOf(static_cast<unsigned char>(m_needle.back()));
+}
+
+bool FoldedFinder::matchesAt(const unsigned char* at) const {
+    const auto* k = reinterpret_cast<const unsigned char*>(m_needle.constData());
+    for (qsizetype j = 0; j < m_needle.size(); ++j)
+        if (kFold[at[j]] != k[j])
+            return false;
+    return true;
 }
 
 bool FoldedFinder::foundIn(QByteArrayView hay) const {
@@ -126,18 +158,33 @@ bool FoldedFinder::foundIn(QByteArrayView hay) const {
     if (n == 0)
         return true;
     const auto* h = reinterpret_cast<const unsigned char*>(hay.data());
-    const auto* k = reinterpret_cast<const unsigned char*>(m_needle.constData());
-    for (qsizetype i = 0, last = hay.size() - n; i <= last;) {
-        const unsigned char tail = kFold[h[i + n - 1]];
-        if (tail == k[n - 1]) {
-            qsizetype j = n - 2;
-            while (j >= 0 && kFold[h[i + j]] == k[j])
-                --j;
-            if (j < 0)
-                return true;
-        }
-        i += m_shift[tail];
-    }
+    const qsizetype last = hay.size() - n; // the last place where the text can start
+    const Bytes16 first0 = splat(m_first[0]), first1 = splat(m_first[1]);
+    const Bytes16 last0 = splat(m_last[0]), last1 = splat(m_last[1]);
+    // The sixteen places from `at` on.
+    const auto foundFrom = [&](qsizetype at) {
+        const Bytes16 starts = load16(h + at);
+        const Bytes16 ends = load16(h + at + n - 1);
+        const auto fits = ((starts == first0) | (starts == first1)) & ((ends == last0) | (ends == last1));
+        quint64 halves[2];
+        std::memcpy(halves, &fits, sizeof halves);
+        for (int half = 0; half < 2; ++half)
+            if (halves[half] != 0)
+                for (qsizetype i = at + half * 8; i < at + half * 8 + 8; ++i)
+                    if (matchesAt(h + i))
+                        return true;
+        return false;
+    };
+    qsizetype at = 0;
+    for (; at + 15 <= last; at += 16)
+        if (foundFrom(at))
+            return true;
+    // The places left are the last sixteen, some of them tried already, when the hay has sixteen.
+    if (at <= last && last >= 15)
+        return foundFrom(last - 15);
+    for (; at <= last; ++at)
+        if (matchesAt(h + at))
+            return true;
     return false;
 }
 

@@ -52,17 +52,15 @@ SiteTimes readSiteTimes(const QString& dataPath, const QDate& day, const QString
 FileError markSiteTimes(const QString& statusPath, QByteArrayView key, QByteArrayView arrival,
                         QByteArrayView departure, WritePath* writePath) {
     const LineEdit mark = [&](QByteArrayView stored, QByteArray& out) {
-        if (!keyMatches(stored, key)) {
-            out.append(stored);
-        } else {
-            QByteArray line = stored.toByteArray();
-            if (line.size() < kDepartureColumn + kTimeWidth - 1)
-                line.resize(kDepartureColumn + kTimeWidth - 1, ' ');
-            overwrite(line, kArrivalColumn, arrival);
-            overwrite(line, kDepartureColumn, departure);
-            out.append(line);
-        }
-        out.append(kLineEnd);
+        if (!keyMatches(stored, key))
+            return false;
+        QByteArray line = stored.toByteArray();
+        if (line.size() < kDepartureColumn + kTimeWidth - 1)
+            line.resize(kDepartureColumn + kTimeWidth - 1, ' ');
+        overwrite(line, kArrivalColumn, arrival);
+        overwrite(line, kDepartureColumn, departure);
+        out.append(line).append(kLineEnd);
+        return true;
     };
     return rewriteLines(statusPath, mark, nullptr, writePath);
 }
@@ -90,9 +88,11 @@ FileError SignOutDayStatus(const QString& dataPath, const QDate& day,
     const LineEdit signOut = [&](QByteArrayView stored, QByteArray& out) {
         QByteArray line = stored.toByteArray();
         const auto marks = seen.constFind(line.left(kKeyWidth));
-        if (marks != seen.cend() && line.mid(kArrivalColumn - 1, 2 * kTimeWidth) == *marks)
-            overwrite(line, kDepartureColumn, time);
+        if (marks == seen.cend() || line.mid(kArrivalColumn - 1, 2 * kTimeWidth) != *marks)
+            return false;
+        overwrite(line, kDepartureColumn, time);
         out.append(line).append(kLineEnd);
+        return true;
     };
     return rewriteLines(dayStatusPath(dataPath, day), signOut, nullptr, nullptr);
 }

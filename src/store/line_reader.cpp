@@ -66,7 +66,7 @@ bool LineReader::take(qsizetype length, qsizetype lineEnd, QByteArrayView& line)
         return false;
     }
     m_lineOffset = m_fileOffset + m_start;
-    line = QByteArrayView(m_buffer.constData() + m_start, length);
+    m_line = line = QByteArrayView(m_buffer.constData() + m_start, length);
     m_start += length + lineEnd;
     return true;
 }

@@ -28,7 +28,8 @@ public:
     // Where in the file the next line starts: after next(), the line read and its line end are the bytes
     // between the offset before and the offset after, starting at line.data().
     qint64 offset() const { return m_fileOffset + m_start; }
-    // Where in the file the line last returned by next() starts.
+    // The line last returned by next(), and where in the file it starts.
+    QByteArrayView line() const { return m_line; }
     qint64 lineOffset() const { return m_lineOffset; }
     // The open file, for a range lock, for copying a part of it or for reading its lines again later; -1 when
     // it could not be opened.
@@ -47,6 +48,7 @@ private:
     qsizetype m_start = 0;
     qsizetype m_end = 0;
     qint64 m_lineOffset = 0;
+    QByteArrayView m_line;
     qsizetype m_nextLf = -1; // buffer index of the next LF, m_end when the buffer holds none; -1 unknown
     bool m_eof = false;
 };

@@ -67,7 +67,7 @@ FileError editPickList(const QString& iniPath, const QString& listName, const QS
                 put(added);
                 addAfterHeader = false;
             }
-            return;
+            return true;
         }
         const bool isChosen =
             inSection && !chosen.isEmpty() && QByteArray(1, ' ') + trimBlanks(line).toByteArray() == chosen;
@@ -75,6 +75,7 @@ FileError editPickList(const QString& iniPath, const QString& listName, const QS
             put(line);
         if (isChosen && edit == Edit::Add)
             put(added);
+        return true;
     };
     return rewriteLines(iniPath, copy, nullptr, writePath);
 }

@@ -9,23 +9,6 @@ const QString kLineBreakMark = QStringLiteral("<$c>");
 const QString kLineBreak = QStringLiteral("\r\n");
 } // namespace
 
-QByteArrayView trimBlanks(QByteArrayView bytes) {
-    qsizetype from = 0;
-    qsizetype to = bytes.size();
-    while (from < to && bytes[from] == ' ')
-        ++from;
-    while (to > from && bytes[to - 1] == ' ')
-        --to;
-    return bytes.sliced(from, to - from);
-}
-
-QByteArrayView RecordLine::columns(int column, int width) const {
-    const qsizetype from = column - 1;
-    if (from >= m_bytes.size() || width <= 0)
-        return {};
-    return m_bytes.sliced(from, std::min<qsizetype>(width, m_bytes.size() - from));
-}
-
 QString RecordLine::text(int column, int width) const {
     return fromWindows1252(columns(column, width));
 }

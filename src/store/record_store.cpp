@@ -110,10 +110,10 @@ StoreResult RecordStore::replaceLines(const QString& bookingYymm, const QString&
     if (FileError error = takeDataLock(lock, m_lockQuestion))
         return failed(error);
     const LineEdit edit = [&](QByteArrayView stored, QByteArray& out) {
-        if (!key.isEmpty() && RecordLine(stored).hasRegNo(key))
-            return replace(stored, out);
-        out.append(stored);
-        out.append(kLineEnd);
+        if (key.isEmpty() || !RecordLine(stored).hasRegNo(key))
+            return false;
+        replace(stored, out);
+        return true;
     };
     if (FileError error = rewriteLines(monthFilePath(dataPath, bookingYymm), edit, nullptr, writePath))
         return failed(error);

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QScopeGuard>
 #include <QThread>
 #include <cerrno>
 #include <cstring>
@@ -78,6 +79,38 @@ int WritePath::write(int fd, QByteArrayView data) {
             return n < 0 ? errnoOr(EIO) : EIO;
         from += n;
         left -= n;
+    }
+    return 0;
+}
+
+int WritePath::copy(int from, qint64 offset, int fd, qint64 length) {
+    off64_t at = offset;
+    while (length > 0) {
+        const ssize_t n = ::copy_file_range(from, &at, fd, nullptr, size_t(length), 0);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n < 0 && at == offset &&
+            (errno == EXDEV || errno == ENOSYS || errno == EOPNOTSUPP || errno == EINVAL))
+            return copyThroughWrite(from, offset, fd, length); // a file system that cannot copy by itself
+        if (n <= 0)
+            return n < 0 ? errnoOr(EIO) : EIO; // the old file is shorter than it was read
+        length -= n;
+    }
+    return 0;
+}
+
+int WritePath::copyThroughWrite(int from, qint64 offset, int fd, qint64 length) {
+    char chunk[256 * 1024];
+    for (qint64 at = 0; at < length;) {
+        const ssize_t n =
+            ::pread(from, chunk, size_t(std::min<qint64>(sizeof chunk, length - at)), offset + at);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            return n < 0 ? errnoOr(EIO) : EIO;
+        if (const int err = write(fd, QByteArrayView(chunk, n)))
+            return err;
+        at += n;
     }
     return 0;
 }
@@ -214,19 +247,11 @@ public:
             return FileError::fromErrno(err, m_path);
         return {};
     }
-    // Copies the first `length` bytes of the open file `from`: the part of the old content that stays.
-    FileError copy(int from, qint64 length) {
-        char chunk[256 * 1024];
-        for (qint64 at = 0; at < length;) {
-            const ssize_t n = ::pread(from, chunk, size_t(std::min<qint64>(sizeof chunk, length - at)), at);
-            if (n < 0 && errno == EINTR)
-                continue;
-            if (n <= 0)
-                return FileError::fromErrno(n < 0 ? errno : EIO, m_path);
-            if (FileError error = write(QByteArrayView(chunk, n)))
-                return error;
-            at += n;
-        }
+    // Copies the bytes [offset, offset + length) of the open file `from`: a part of the old content that
+    // stays.
+    FileError copy(int from, qint64 offset, qint64 length) {
+        if (const int err = m_out.copy(from, offset, m_fd, length))
+            return FileError::fromErrno(err, m_path);
         return {};
     }
     FileError commit() {
@@ -265,6 +290,61 @@ FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writ
     if (FileError error = file.write(bytes))
         return error;
     return file.commit();
+}
+
+FileError replaceFileByPieces(const QString& path,
+                              const std::function<FileError(const PieceWriter& write)>& produce,
+                              WritePath* writePath) {
+    // The new content is compared with the old as it is made: nothing is written while they are the same, and
+    // at the first difference the part that was the same is copied from the old file.
+    FileError ignored;
+    const int old = openDataFile(path, O_RDONLY, ignored); // none, or none to compare with: all is new
+    const auto closeOld = qScopeGuard([old] {
+        if (old >= 0)
+            ::close(old);
+    });
+    qint64 same = 0;
+    QByteArray oldBytes;
+    std::optional<Replacement> file;
+    const auto start = [&]() -> FileError {
+        file.emplace(path, writePath ? *writePath : realWritePath());
+        struct stat st {};
+        if (FileError error = file->open(statOf(path, st)))
+            return error;
+        return same > 0 ? file->copy(old, 0, same) : FileError();
+    };
+    const PieceWriter write = [&](QByteArrayView piece) -> FileError {
+        if (!file) {
+            oldBytes.resize(piece.size());
+            qsizetype read = 0;
+            while (old >= 0 && read < piece.size()) {
+                const ssize_t n =
+                    ::pread(old, oldBytes.data() + read, size_t(piece.size() - read), same + read);
+                if (n < 0 && errno == EINTR)
+                    continue;
+                if (n <= 0)
+                    break; // the old file ends here, or cannot be read: the new content differs
+                read += n;
+            }
+            if (read == piece.size() && std::memcmp(oldBytes.constData(), piece.data(), size_t(read)) == 0) {
+                same += read;
+                return {};
+            }
+            if (FileError error = start())
+                return error;
+        }
+        return file->write(piece);
+    };
+    if (FileError error = produce(write))
+        return error;
+    struct stat st {};
+    if (!file && old >= 0 && ::fstat(old, &st) == 0 && st.st_size == same)
+        return {}; // the same, byte for byte
+    if (!file) {
+        if (FileError error = start())
+            return error;
+    }
+    return file->commit();
 }
 
 namespace {
@@ -412,41 +492,69 @@ FileError rewriteLines(const QString& path, const LineEdit& edit, bool* changed,
     struct stat old {};
     if (::fstat(reader.handle(), &old) != 0)
         return FileError::fromErrno(errnoOr(EIO), path);
-    // The new content is checked against the old line by line as it is made and goes out in pieces, so a big
-    // month never stands in memory. Nothing is written while it is the same as the old; at the first
-    // difference the part that was the same is copied from the old file.
+    // The new content is checked against the old line by line as it is made, so a big month never stands in
+    // memory. Nothing is written while it is the same as the old; at the first difference the part that was
+    // the same is copied from the old file, and from then on each run of lines kept as they were is copied
+    // too, the changed lines going out in pieces between them.
     constexpr qsizetype kPiece = 256 * 1024;
     std::optional<Replacement> file;
-    qint64 same = 0; // bytes of the old content matched while nothing is written
+    qint64 keptFrom = 0; // the run of old bytes kept as they were, not yet copied
+    qint64 keptTo = 0;
     QByteArray out;
     out.reserve(2 * kPiece); // a piece and the line that fills it
+    const auto copyKept = [&]() -> FileError {
+        const FileError error = file->copy(reader.handle(), keptFrom, keptTo - keptFrom);
+        keptFrom = keptTo;
+        return error;
+    };
+    const auto writeOut = [&]() -> FileError {
+        const FileError error = file->write(out);
+        out.resize(0);
+        return error;
+    };
     QByteArrayView line;
     for (qint64 at = reader.offset(); reader.next(line); at = reader.offset()) {
         const qint64 raw = reader.offset() - at; // the line with its line end, as it is in the file
-        edit(line, out);
-        if (!file) {
-            if (out.size() == raw && std::memcmp(line.data(), out.constData(), size_t(raw)) == 0) {
-                same += raw;
-                out.resize(0);
-                continue;
+        const qsizetype before = out.size();
+        const bool edited = edit(line, out);
+        const bool crLf = raw == line.size() + 2; // a two-byte line end is CR LF
+        bool kept = !edited && crLf;
+        if (!edited && !crLf)
+            out.append(line).append(kLineEnd);
+        if (edited && out.size() - before == raw &&
+            std::memcmp(line.data(), out.constData() + before, size_t(raw)) == 0) {
+            out.resize(before);
+            kept = true;
+        }
+        if (kept) {
+            if (file && !out.isEmpty()) {
+                if (FileError error = writeOut())
+                    return error;
+                keptFrom = at;
             }
+            keptTo = at + raw;
+            continue;
+        }
+        if (!file) {
             file.emplace(path, writePath ? *writePath : realWritePath());
             if (FileError error = file->open(&old))
                 return error;
-            if (FileError error = file->copy(reader.handle(), same))
+        }
+        if (keptTo > keptFrom) {
+            if (FileError error = copyKept())
                 return error;
         }
+        keptFrom = keptTo = at + raw;
         if (out.size() >= kPiece) {
-            if (FileError error = file->write(out))
+            if (FileError error = writeOut())
                 return error;
-            out.resize(0);
         }
     }
     if (reader.error())
         return reader.error();
     if (!file)
         return {};
-    if (FileError error = file->write(out))
+    if (FileError error = keptTo > keptFrom ? copyKept() : writeOut())
         return error;
     if (FileError error = file->commit())
         return error;

@@ -17,10 +17,17 @@ public:
     virtual ~WritePath() = default;
     // Writes all of data to the open file; 0, or the errno of the failure.
     virtual int write(int fd, QByteArrayView data);
+    // Appends `length` bytes of the open file `from`, taken at `offset`, to the open file: inside the kernel
+    // where the file system can, else read and written through write(); 0, or the errno of the failure.
+    virtual int copy(int from, qint64 offset, int fd, qint64 length);
     // Flushes the finished temporary file before it is renamed over its target; 0, or the errno.
     virtual int commit(int fd);
     // Flushes an appended file to disk; 0, or the errno of the failure.
     virtual int sync(int fd);
+
+protected:
+    // copy() by reading the bytes and writing them with write().
+    int copyThroughWrite(int from, qint64 offset, int fd, qint64 length);
 };
 
 WritePath& realWritePath();
@@ -43,6 +50,13 @@ FileError readWholeFile(const QString& path, QByteArray& bytes);
 // flushed and renamed over the old one, then the folder is flushed. The new file keeps the old one's group
 // and permission bits. On failure the old file is untouched.
 FileError replaceFile(const QString& path, QByteArrayView bytes, WritePath* writePath = nullptr);
+// The same with a content made as it is written: `produce` hands it to `write` a piece at a time and returns
+// the first error, its own or write's; the old file is replaced only when there is none, and only when the
+// content differs from it: one the same, byte for byte, leaves the file as it was, unwritten.
+using PieceWriter = std::function<FileError(QByteArrayView piece)>;
+FileError replaceFileByPieces(const QString& path,
+                              const std::function<FileError(const PieceWriter& write)>& produce,
+                              WritePath* writePath = nullptr);
 
 inline constexpr QByteArrayView kLineEnd("\r\n");
 
@@ -61,10 +75,12 @@ FileError cutInterruptedAppend(const QString& path);
 FileError removeAllOrNone(const QStringList& paths);
 
 // Reads the file fresh and hands each line (without its line end; CR LF, LF, a lone CR and a missing last
-// line end are all accepted) to edit, which appends to out what takes its place, each line ended by CR LF,
-// or nothing to drop it. The file is replaced only when the result differs from what was read (changed
-// tells); a missing file is FileNotFound (53). The file is streamed as raw bytes, never decoded.
-using LineEdit = std::function<void(QByteArrayView line, QByteArray& out)>;
+// line end are all accepted) to edit, which either returns false to keep the line as it is, ended by CR LF,
+// or appends to out what takes its place, each line ended by CR LF, or nothing to drop it, and returns true.
+// The file is replaced only when the result differs from what was read (changed tells); a missing file is
+// FileNotFound (53). The file is streamed as raw bytes, never decoded; the lines kept as they were are copied
+// from the old file to the new one inside the kernel where it can.
+using LineEdit = std::function<bool(QByteArrayView line, QByteArray& out)>;
 FileError rewriteLines(const QString& path, const LineEdit& edit, bool* changed = nullptr,
                        WritePath* writePath = nullptr);
 

@@ -79,6 +79,35 @@ TEST_F(DayListTest, passRangesAndBookedDaysAtTheirEdges) {
     EXPECT_TRUE(desk.prompter.messages().isEmpty());
 }
 
+// The lines of the first two megabytes of rows are kept as they were read; the later ones are read again when
+// the row is shown: lines close together in one read (at most a block), lines far apart each on their own.
+// Every row shows its own line whole, in whatever order the grid asks for them.
+TEST_F(DayListTest, rowsCloseTogetherAndFarApartEachShowTheirOwnLine) {
+    QByteArray bytes;
+    QStringList listed;
+    for (int i = 0; i < 3000; ++i) {
+        const QByteArray regNo = QByteArray::number(240600000000LL + i);
+        // Lines alone, runs of three, and a run past the kept lines and longer than one read.
+        const bool booked = i % 40 == 0 || i % 400 < 3 || (i >= 1000 && i < 2900) || i == 2999;
+        bytes +=
+            handLine(
+                {{1, regNo.constData()}, {14, booked ? "Listed" : "Other"}, {1116, booked ? "0930" : ""}}) +
+            "\r\n";
+        if (booked)
+            listed.append(QString::fromLatin1(regNo));
+    }
+    desk.folder.write(u"Record/2406.vrf"_s, bytes);
+    select(15, "JUNE", "2024");
+    ASSERT_EQ(lists.selectDayRecord(dates), GridLists::Outcome::Listed);
+    EXPECT_EQ(column(0), listed);
+    QStringList backwards;
+    for (int r = lists.table().listedCount() - 1; r >= 0; --r)
+        backwards.prepend(cell(r, 0) + u' ' + cell(r, 1) + u' ' + cell(r, 7));
+    EXPECT_EQ(backwards.size(), listed.size());
+    for (qsizetype r = 0; r < backwards.size(); ++r)
+        EXPECT_EQ(backwards[r], listed[r] + u" Listed 09:30"_s) << r;
+}
+
 TEST_F(DayListTest, missingFileNoMatchNoDayAndUnreadableFile) {
     desk.state.ListedCount = 7;
     select(15, "JUNE", "2024");

@@ -115,6 +115,32 @@ TEST(ListOutput, everyListSearchAndOnSiteViewPrintsExactlyAsBefore) {
     checkOutput(folder, u"onsite-csv"_s, {u"--csv"_s, u"onsite"_s});
 }
 
+// The day and month lists go out as their month is read. One that cannot be read to its end (a line far
+// longer than any booking) prints the rows read before the damage, as the desk lists them, then the error of
+// the desk's title on stderr, and exits 1; a month without a booked day prints the header alone.
+TEST(ListOutput, aListCutShortByDamagePrintsItsRowsBeforeTheDamage_thenTheError) {
+    TempDataFolder folder;
+    QByteArray month;
+    for (const char* regNo : {"261101090000", "261102090000", "261103090000"})
+        month += handLine({{1, regNo}, {14, "Ann"}, {1060 + 17 * 4, "0930"}}) + "\r\n";
+    month += QByteArray(100 * 1024, 'x') + "\r\n" + handLine({{1, "261104090000"}, {1060 + 17 * 4, "0930"}});
+    folder.write(u"Record/2611.vrf"_s, month);
+    for (const QString& list : {u"day"_s, u"month"_s}) {
+        const AdminRun run =
+            runAdmin(folder, kToday, {u"list"_s, list, list == u"day" ? kToday : kToday.left(7)});
+        EXPECT_EQ(run.status, 1) << list.toStdString();
+        const QStringList lines = run.outLines();
+        ASSERT_EQ(lines.size(), 4) << run.out.toStdString();
+        EXPECT_TRUE(lines[0].startsWith(u"Registration\t"_s)) << lines[0].toStdString();
+        EXPECT_TRUE(lines[3].startsWith(u"261103090000\tAnn\t"_s)) << lines[3].toStdString();
+        EXPECT_TRUE(run.err.contains(u"[ Error: "_s)) << run.err.toStdString();
+    }
+    folder.write(u"Record/2611.vrf"_s, handLine({{1, "261101090000"}}) + "\r\n");
+    const AdminRun empty = runAdmin(folder, kToday, {u"list"_s, u"month"_s, u"2026-11"_s});
+    EXPECT_EQ(empty.status, 0);
+    EXPECT_EQ(empty.outLines().size(), 1) << empty.out.toStdString();
+}
+
 // The tab-separated lines of porvane-admin's output, each split into its fields.
 QList<QStringList> fieldsOf(const AdminRun& run) {
     QList<QStringList> rows;

@@ -2,6 +2,8 @@
 #include "lists_fixture.h"
 
 #include <QDir>
+#include <QFile>
+#include <sys/stat.h>
 
 using namespace porvane;
 using namespace porvane::test;
@@ -20,6 +22,11 @@ struct OnSiteTest : ListsFixture {
         return lines;
     }
     static QByteArray marks(const QByteArray& line) { return line.mid(990, 10); }
+    // The status file's inode: a file replaced is a new one.
+    ino_t statusInode() const {
+        struct stat st {};
+        return ::stat(QFile::encodeName(desk.folder.path(statusFile)).constData(), &st) == 0 ? st.st_ino : 0;
+    }
 };
 
 // Nobody due gives an empty file and an empty list, without a message; then the rebuild reads thirteen
@@ -65,8 +72,9 @@ TEST_F(OnSiteTest, rebuildTakesTodaysTimesAndCoveringPassesFromThirteenMonths) {
 }
 
 // A rebuild takes each booking afresh from its month file, with the IN and OUT marks of its RegNo. Two lines
-// of one RegNo (two desks saving in the same second) each keep their own marks, rebuild after rebuild. A torn
-// status file is read as far as it makes sense and then written whole.
+// of one RegNo (two desks saving in the same second) each keep their own marks, rebuild after rebuild; a
+// rebuild that changes nothing leaves the file unwritten. A torn status file is read as far as it makes sense
+// and then written whole.
 TEST_F(OnSiteTest, marksSurviveEveryRebuildByRegNo_twinsEachKeepTheirs) {
     writeLines(u"Record/2406.vrf"_s,
                {handLine({{1, "240601000001"}, {14, "Ann"}, {550, "Acme NEW"}, {slot(15), "0900"}}),
@@ -75,8 +83,12 @@ TEST_F(OnSiteTest, marksSurviveEveryRebuildByRegNo_twinsEachKeepTheirs) {
     writeLines(statusFile, {handLine({{1, "240601000001"}, {550, "Acme"}, {991, "09:05"}, {996, "  -  "}}),
                             handLine({{1, "240601000002"}, {991, "09:10"}, {996, "11:00"}}),
                             handLine({{1, "240601000002"}, {991, "09:40"}, {996, "  -  "}})});
+    ino_t written = 0;
     for (int rebuild = 0; rebuild < 2; ++rebuild) {
         ASSERT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
+        if (rebuild == 0)
+            written = statusInode();
+        EXPECT_EQ(statusInode(), written) << "the second rebuild changes nothing";
         const QList<QByteArray> lines = statusLines();
         ASSERT_EQ(lines.size(), 3);
         EXPECT_EQ(marks(lines[0]), "09:05  -  ");
@@ -93,6 +105,7 @@ TEST_F(OnSiteTest, marksSurviveEveryRebuildByRegNo_twinsEachKeepTheirs) {
     month += handLine({{1, "240601000002"}, {14, "Twin3"}, {slot(15), "1000"}}) + "\r\n";
     desk.folder.write(u"Record/2406.vrf"_s, month);
     ASSERT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
+    EXPECT_NE(statusInode(), written);
     QList<QByteArray> lines = statusLines();
     ASSERT_EQ(lines.size(), 4);
     EXPECT_EQ(marks(lines[1]), "09:1011:00");

@@ -104,6 +104,33 @@ TEST_F(SearchTest, findsTextsAtEveryPlaceInTheSearchedColumns) {
     EXPECT_EQ(column(0), QStringList{u"240601000004"_s}) << "the whole line joins the columns";
 }
 
+// Sixteen places are tried at once: a text is found wherever it starts in the line, on either side of those
+// steps and on the line's last columns, with a letter outside ASCII in either case; never where it is one
+// character short, nor past the end of a short line.
+TEST_F(SearchTest, anyTextFindsATextWhereverItStartsInTheLine) {
+    QByteArray bytes;
+    QStringList expected;
+    for (int column = 14; column <= 1186 - 2; ++column) {
+        const QByteArray regNo = QByteArray::number(240601000000LL + column);
+        bytes += handLine({{1, regNo.constData()}, {column, column % 2 ? "q\xC9z" : "Q\xE9Z"}}) + "\r\n";
+        expected.append(QString::fromLatin1(regNo));
+    }
+    bytes += handLine({{1, "240602000001"}, {20, "q\xC9y q\xC9 \xC9z qe\xC9z"}, {1184, "q\xC9"}}) + "\r\n";
+    bytes += handLine({{1, "240602000002"}, {40, "q\xC9z"}}, 41) + "\r\n";
+    desk.folder.write(u"Record/2406.vrf"_s, bytes);
+    select(15, "JUNE", "2024");
+    EXPECT_EQ(search("ANY TEXT", u"q\u00E9Z"_s), GridLists::Outcome::Listed);
+    EXPECT_EQ(column(0), expected);
+
+    // A text of any length on the line's last columns.
+    for (int length = 1; length <= 20; ++length) {
+        const QByteArray text = QByteArray("QZXYWVUTSRPONMLKJIHG").left(length);
+        desk.folder.write(u"Record/2406.vrf"_s,
+                          handLine({{1, "240603000001"}, {1186 - length + 1, text.constData()}}) + "\r\n");
+        EXPECT_EQ(search("ANY TEXT", QString::fromLatin1(text)), GridLists::Outcome::Listed) << length;
+    }
+}
+
 TEST_F(SearchTest, refusalsAndTheThreeMessages) {
     select(15, "JUNE", "2024");
     EXPECT_EQ(search("NAME", u"   "_s), GridLists::Outcome::Refused);

@@ -57,9 +57,8 @@ struct DataFolderTrust : ::testing::Test {
             ::chmod(QFile::encodeName(folder.path(QString::fromLatin1(sub))).constData(), 0777);
     }
     LineEdit keepAll() const {
-        return [](QByteArrayView line, QByteArray& out) {
-            out.append(line);
-            out.append(kLineEnd);
+        return [](QByteArrayView, QByteArray&) {
+            return false;
         };
     }
 };
@@ -161,6 +160,7 @@ TEST_F(DataFolderTrust, rewrittenAndReplacedFilesKeepTheirGroupAndPermissionBits
     const FileError rewritten = rewriteLines(month, [](QByteArrayView line, QByteArray& out) {
         out.append(line.first(20));
         out.append(kLineEnd);
+        return true;
     });
     const FileError replaced = replaceFile(status, "new\r\n");
     ::umask(oldMask);
@@ -238,7 +238,7 @@ TEST_F(DataFolderTrust, aLineLongerThanAnyBookingIsReportedAsDamage_andTheFileIs
     EXPECT_EQ(line, kLine);
     EXPECT_FALSE(reader.next(line));
     EXPECT_EQ(reader.error().text, u"Damaged file: line 2 of "_s + month + u" is longer than any booking"_s);
-    EXPECT_EQ(rewriteLines(month, [](QByteArrayView, QByteArray&) {}).number, 75);
+    EXPECT_EQ(rewriteLines(month, [](QByteArrayView, QByteArray&) { return true; }).number, 75);
     EXPECT_EQ(folder.read(u"Record/2611.vrf"_s), huge);
 }
 

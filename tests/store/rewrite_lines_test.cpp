@@ -27,12 +27,11 @@ struct RewriteLinesTest : ::testing::Test {
         int index = 0;
         return rewriteLines(
             file,
-            [&](QByteArrayView line, QByteArray& out) {
+            [&](QByteArrayView, QByteArray& out) {
                 const int i = index++;
-                if (i >= dropFrom)
-                    return;
-                out.append(i == target ? QByteArrayView("changed") : line);
-                out.append(kLineEnd);
+                if (i == target && i < dropFrom)
+                    out.append("changed").append(kLineEnd);
+                return i == target || i >= dropFrom;
             },
             changed, writePath);
     }

@@ -28,6 +28,10 @@ public:
         written += int(n);
         return n < data.size() ? ENOSPC : 0;
     }
+    // The lines kept as they were count as written too.
+    int copy(int from, qint64 offset, int fd, qint64 length) override {
+        return copyThroughWrite(from, offset, fd, length);
+    }
     int commit(int fd) override { return failCommit ? EIO : WritePath::commit(fd); }
 };
 
