@@ -23,6 +23,17 @@ LineReader::LineReader(const QString& path)
     m_buffer.resize(kChunk);
 }
 
+LineReader::LineReader(int fileDescriptor, const QString& name)
+    : m_fd(fileDescriptor)
+    , m_path(name) {
+    ::lseek(m_fd, 0, SEEK_SET);
+    m_buffer.resize(kChunk);
+}
+
+LineReader::LineReader(const FileError& error)
+    : m_error(error)
+    , m_eof(true) {}
+
 LineReader::~LineReader() {
     if (m_fd >= 0)
         ::close(m_fd);

@@ -18,6 +18,11 @@ public:
     static constexpr qsizetype kMaxLineLength = 64 * 1024;
 
     explicit LineReader(const QString& path);
+    // Reads an open descriptor from its start and closes it at the end; name is what errors call it. A store
+    // that is not a folder hands its lines this way.
+    LineReader(int fileDescriptor, const QString& name);
+    // A reader of nothing that stops with error at once.
+    explicit LineReader(const FileError& error);
     ~LineReader();
     LineReader(const LineReader&) = delete;
     LineReader& operator=(const LineReader&) = delete;
