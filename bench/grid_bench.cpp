@@ -38,7 +38,8 @@ const ListTable& hundredThousandRows() {
         file.open(QIODevice::WriteOnly);
         file.write(DemoGenerator(options).monthFile(0));
         file.close();
-        return buildMonthList(dir.path() + u'/', QDate(2026, 11, 1), QDate(2026, 11, 18)).table;
+        BenchDesk desk(dir.path() + u'/');
+        return buildMonthList(desk.state.files(), QDate(2026, 11, 1), QDate(2026, 11, 18)).table;
     }();
     return table;
 }

@@ -28,6 +28,12 @@ bool haveData(benchmark::State& state) {
     return true;
 }
 
+// The bench data folder's files, as a desk reads them.
+LineFiles& benchFiles() {
+    static BenchDesk desk(benchDataPath());
+    return desk.state.files();
+}
+
 // The list as the command prints it, to /dev/null.
 void printList(const BuiltList& built) {
     QFile null(QStringLiteral("/dev/null"));
@@ -48,18 +54,18 @@ template <typename Build> void runList(benchmark::State& state, Build&& build) {
 }
 
 void BM_ListDay(benchmark::State& state) {
-    runList(state, [] { return buildDayList(benchDataPath(), benchToday()); });
+    runList(state, [] { return buildDayList(benchFiles(), benchToday()); });
 }
 BENCHMARK(BM_ListDay)->Unit(benchmark::kMillisecond);
 
 void BM_ListMonth(benchmark::State& state) {
-    runList(state, [] { return buildMonthList(benchDataPath(), benchToday(), benchToday()); });
+    runList(state, [] { return buildMonthList(benchFiles(), benchToday(), benchToday()); });
 }
 BENCHMARK(BM_ListMonth)->Unit(benchmark::kMillisecond);
 
 void BM_SearchName(benchmark::State& state) {
     runList(state, [] {
-        return RecordSearch::run(benchDataPath(), SearchMonths::of(benchToday()), SearchKind::Name,
+        return RecordSearch::run(benchFiles(), SearchMonths::of(benchToday()), SearchKind::Name,
                                  QStringLiteral("Smith"));
     });
 }
@@ -68,7 +74,7 @@ BENCHMARK(BM_SearchName)->Unit(benchmark::kMillisecond);
 // The thirteen months of the data folder, six either side of today's.
 void BM_SearchNameThirteenMonths(benchmark::State& state) {
     runList(state, [] {
-        return RecordSearch::run(benchDataPath(),
+        return RecordSearch::run(benchFiles(),
                                  SearchMonths::between(benchToday().addMonths(-6), benchToday().addMonths(6)),
                                  SearchKind::Name, QStringLiteral("Smith"));
     });
@@ -77,7 +83,7 @@ BENCHMARK(BM_SearchNameThirteenMonths)->Unit(benchmark::kMillisecond);
 
 void BM_SearchAnyText(benchmark::State& state) {
     runList(state, [] {
-        return RecordSearch::run(benchDataPath(), SearchMonths::of(benchToday()), SearchKind::AnyText,
+        return RecordSearch::run(benchFiles(), SearchMonths::of(benchToday()), SearchKind::AnyText,
                                  QStringLiteral("Kestrel"));
     });
 }
@@ -85,9 +91,8 @@ BENCHMARK(BM_SearchAnyText)->Unit(benchmark::kMillisecond);
 
 void BM_OnSite(benchmark::State& state) {
     runList(state, [] {
-        DecliningPrompter prompter;
-        OnSiteList::writeStatusList(benchDataPath(), benchToday(), prompter);
-        return OnSiteList::build(benchDataPath(), benchToday());
+        OnSiteList::writeStatusList(benchFiles(), benchToday());
+        return OnSiteList::build(benchFiles(), benchToday());
     });
 }
 BENCHMARK(BM_OnSite)->Unit(benchmark::kMillisecond);

@@ -3,7 +3,7 @@
 #include "admin/print_target.h"
 #include "passes/pass_issue.h"
 #include "passes/pass_layout.h"
-#include "store/data_paths.h"
+#include "store/line_reader.h"
 #include "store/record_store.h"
 
 #include <QTextStream>
@@ -12,14 +12,14 @@ namespace porvane::admin {
 
 FileError loadBooking(AppState& state, const QString& regNo) {
     FileError error;
-    if (readBookingLine(state.dataPath(), regNo, state.record, error)) {
+    if (readBookingLine(state.files(), regNo, state.record, error)) {
         state.record.MarkRecordSaved();
         return {};
     }
     if (error)
         return error;
-    return {FileError::FileNotFound, QStringLiteral("Booking %1 not found in %2")
-                                         .arg(regNo, monthFilePath(state.dataPath(), regNo.left(4)))};
+    const QString month = state.files().read(LineFileName::month(regNo.left(4)))->name();
+    return {FileError::FileNotFound, QStringLiteral("Booking %1 not found in %2").arg(regNo, month)};
 }
 
 int runPassCommand(CommandContext& context) {

@@ -7,9 +7,11 @@
 #include "app/prompter.h"
 #include "settings/settings.h"
 #include "store/current_record.h"
+#include "store/folder_files.h"
 #include "store/record_store.h"
 
 #include <QString>
+#include <memory>
 
 namespace porvane {
 
@@ -58,12 +60,24 @@ public:
         QString p = settings.DataPath;
         return p.endsWith(u'/') ? p : p + u'/';
     }
+
+    // The month and day status files in the data folder, as the settings name it at each read and change.
+    FolderFiles dataFolder{[this] { return dataPath(); }, lockQuestion};
+    // Where the bookings are read and written: the data folder, unless another store was handed in.
+    LineFiles& files() { return m_otherFiles ? *m_otherFiles : dataFolder; }
+    // Hands in the store to use from now on; null goes back to the data folder.
+    void useFiles(std::unique_ptr<LineFiles> files) { m_otherFiles = std::move(files); }
+
+private:
+    std::unique_ptr<LineFiles> m_otherFiles;
 };
 
-// The record store over the desk's data folder (as the settings name it at each change) and clock.
+// The record store over the desk's store (as it is at each change), data folder (for photos) and clock.
 inline RecordStore recordStoreOf(AppState& state) {
-    return {[&state] { return state.dataPath(); }, [&state] { return state.clock.now(); },
-            state.lockQuestion};
+    return {[&state]() -> LineFiles& { return state.files(); }, [&state] { return state.dataPath(); },
+            [&state] {
+                return state.clock.now();
+            }};
 }
 
 } // namespace porvane

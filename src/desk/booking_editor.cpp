@@ -441,9 +441,9 @@ bool BookingEditor::bookWalkInForToday() {
 // departure it has not stored.
 void BookingEditor::writeSiteTimes(const QString& failureText) {
     m_view.focus = Focus::MainFind;
-    if (const FileError error = UpdateDayStatus(m_state.dataPath(), m_state.clock.today(), box(Field::RegNo),
-                                                m_booking[Field::TimeOnSite], m_booking[Field::TimeOffSite],
-                                                m_state.lockQuestion)) {
+    if (const FileError error =
+            UpdateDayStatus(m_state.files(), m_state.clock.today(), box(Field::RegNo),
+                            m_booking[Field::TimeOnSite], m_booking[Field::TimeOffSite])) {
         m_state.prompter.tell(plainTitle(), failureText.arg(error.text, QString::number(error.number)),
                               Icon::Exclamation);
     }
@@ -496,7 +496,7 @@ bool BookingEditor::openRow(const QString& regNo) {
 bool BookingEditor::readBooking(const QString& regNo) {
     CurrentRecord stored = m_booking.record();
     FileError error;
-    if (!readBookingLine(m_state.dataPath(), regNo, stored, error) && error) {
+    if (!readBookingLine(m_state.files(), regNo, stored, error) && error) {
         m_state.prompter.tell(plainTitle(),
                               tr("The booking could not be opened: %1 (error %2).")
                                   .arg(error.text, QString::number(error.number)),
@@ -516,7 +516,7 @@ bool BookingEditor::readBooking(const QString& regNo) {
 bool BookingEditor::takeSiteTimes(CurrentRecord& record) const {
     SiteTimes times;
     if (bookingOpen())
-        times = readSiteTimes(m_state.dataPath(), m_state.clock.today(), record[Field::RegNo].trimmed());
+        times = readSiteTimes(m_state.files(), m_state.clock.today(), record[Field::RegNo].trimmed());
     record[Field::TimeOnSite] = siteTimeText(times.arrival);
     record[Field::TimeOffSite] = siteTimeText(times.departure);
     return times.found;
@@ -573,7 +573,7 @@ void BookingEditor::recordWindowClosed(bool passRemoved) {
     if (bookingOpen()) {
         CurrentRecord stored;
         FileError error;
-        if (readBookingLine(m_state.dataPath(), m_booking.regNo(), stored, error)) {
+        if (readBookingLine(m_state.files(), m_booking.regNo(), stored, error)) {
             for (Field f : kPassFields)
                 if (stored[f] == m_booking[f])
                     m_booking.markFieldsSaved({f});

@@ -8,7 +8,7 @@ namespace porvane {
 
 bool EndOfDay::signOutEveryone(AppState& state) {
     const QString title = QStringLiteral("Porvane 90");
-    const BuiltList list = OnSiteList::build(state.dataPath(), state.clock.today());
+    const BuiltList list = OnSiteList::build(state.files(), state.clock.today());
     const QHash<QString, QString> marks = OnSiteRows::onSiteMarks(list.table);
     if (marks.isEmpty()) {
         state.prompter.tell(title, tr("Nobody is on site now."), Icon::Information);
@@ -21,8 +21,7 @@ bool EndOfDay::signOutEveryone(AppState& state) {
                             question + QStringLiteral("\r\n") + tr("Sign them all out at %1?").arg(now),
                             Buttons::YesNo, Icon::Question}) != Answer::Yes)
         return false;
-    if (const FileError error =
-            SignOutDayStatus(state.dataPath(), state.clock.today(), marks, now, state.lockQuestion)) {
+    if (const FileError error = SignOutDayStatus(state.files(), state.clock.today(), marks, now)) {
         state.prompter.tell(title,
                             tr("The departures could not be written to today's status file: %1 (error %2).")
                                 .arg(error.text, QString::number(error.number)));

@@ -15,17 +15,17 @@ QDate passDate(const CurrentRecord& record, Field field) {
 
 } // namespace
 
-GateScan::Decision GateScan::decide(const QString& dataPath, const QDate& today, const QString& typed) {
+GateScan::Decision GateScan::decide(LineFiles& files, const QDate& today, const QString& typed) {
     QString regNo = typed.trimmed();
     if (regNo.size() == 14 && regNo.startsWith(u'*') && regNo.endsWith(u'*'))
         regNo = regNo.mid(1, 12);
     if (regNo.size() != 12 || !isDigits(regNo))
         return {Step::Refused, regNo, tr("\"%1\" is not a pass number.").arg(regNo)};
 
-    const SiteTimes times = readSiteTimes(dataPath, today, regNo);
+    const SiteTimes times = readSiteTimes(files, today, regNo);
     CurrentRecord booking;
     FileError error;
-    const bool onFile = readBookingLine(dataPath, regNo, booking, error);
+    const bool onFile = readBookingLine(files, regNo, booking, error);
     const QString who = onFile ? booking[Field::FirstName].trimmed() + u' ' +
                                      booking[Field::LastName].trimmed() + QStringLiteral(" (%1)").arg(regNo)
                                : regNo;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/line_files.h"
+
 #include <QCoreApplication>
 #include <QDate>
 #include <QString>
@@ -22,7 +24,7 @@ public:
 
     // typed: what the scanner or the operator typed before Enter; a Code 39 reader set to send its start and
     // stop characters adds "*" at both ends.
-    static Decision decide(const QString& dataPath, const QDate& today, const QString& typed);
+    static Decision decide(LineFiles& files, const QDate& today, const QString& typed);
 };
 
 } // namespace porvane

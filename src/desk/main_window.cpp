@@ -826,7 +826,7 @@ void MainWindow::scanPass() {
     // The on-site list is rebuilt first, so the scan is judged by today's list as it is now, and shown.
     m_lists.showDayStatus();
     showListState();
-    const GateScan::Decision d = GateScan::decide(m_state.dataPath(), m_state.clock.today(), typed);
+    const GateScan::Decision d = GateScan::decide(m_state.files(), m_state.clock.today(), typed);
     if (d.step == GateScan::Step::Refused) {
         QApplication::beep();
         m_state.prompter.tell(QStringLiteral("Porvane 90"), d.refusal, Icon::Exclamation);

@@ -1,14 +1,11 @@
 #include "lists/bulk_deletion.h"
 
-#include "app/lock_question.h"
 #include "lists/date_selection.h"
-#include "store/data_paths.h"
 #include "store/digits.h"
 #include "store/line_reader.h"
 #include "store/safe_file.h"
 #include "store/windows1252.h"
 
-#include <QDir>
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -162,8 +159,7 @@ struct Tally {
     FileError error;
 };
 
-void tally(const QString& path, const Drops& drops, int day, Tally& t) {
-    LineReader reader(path);
+void tally(LineReader& reader, const Drops& drops, int day, Tally& t) {
     QByteArrayView bytes;
     while (reader.next(bytes)) {
         if (bytes.trimmed().isEmpty())
@@ -205,7 +201,7 @@ BulkDeletion::Outcome BulkDeletion::remove(Scope scope, const BulkSelection& sel
     const int day = scope == Scope::Day ? selection.day.trimmed().toInt() : 0;
     const QString date = tr("%1 of %2").arg(selection.day.trimmed(), monthYear);
 
-    QStringList files{monthFilePath(m_state.dataPath(), yymm)};
+    QList<LineFileName> files{LineFileName::month(yymm)};
     Drops drops = [](const RecordLine&) {
         return true;
     };
@@ -249,8 +245,8 @@ BulkDeletion::Outcome BulkDeletion::remove(Scope scope, const BulkSelection& sel
     }
 
     Tally t;
-    for (const QString& file : files) {
-        tally(file, drops, day, t);
+    for (const LineFileName& file : files) {
+        tally(*m_state.files().read(file, LineNarrowing::ofBookedDay(day)), drops, day, t);
         if (t.error)
             return {Outcome::Status::Failed, scope, 0, {}, t.error};
     }
@@ -264,62 +260,69 @@ BulkDeletion::Outcome BulkDeletion::remove(Scope scope, const BulkSelection& sel
     case Scope::Month:
         return deleteMonth(yymm, monthYear);
     case Scope::MonthWithText:
-        return deleteLines(scope, yymm, monthYear, drops);
+        return deleteLines(scope, yymm, 0, monthYear, drops);
     case Scope::Day:
-        return deleteLines(scope, yymm, date, drops);
+        return deleteLines(scope, yymm, day, date, drops);
     }
     return {};
 }
 
-QStringList BulkDeletion::yearFiles(const QString& year) const {
-    const QDir records(QDir(m_state.dataPath()).filePath(u"Record"_s));
-    QStringList paths;
-    for (const QString& name :
-         records.entryList({year.right(2) + u"*.vrf"_s}, QDir::Files | QDir::CaseSensitive, QDir::Name))
-        paths.append(records.filePath(name));
-    return paths;
+QList<LineFileName> BulkDeletion::yearFiles(const QString& year) const {
+    QList<LineFileName> months;
+    for (const QString& key : m_state.files().keys(LineFileName::Kind::Month))
+        if (key.startsWith(year.right(2)))
+            months.append(LineFileName::month(key));
+    return months;
 }
 
 BulkDeletion::Outcome BulkDeletion::deleteYear(const QString& year) {
     Outcome out{Outcome::Status::Failed, Scope::Year, 0, {}, {}};
-    DataLock lock(m_state.dataPath(), lockWait);
-    if ((out.error = takeDataLock(lock, m_state.prompter)))
-        return out;
-    const QStringList paths = yearFiles(year);
-    if ((out.error = removeAllOrNone(paths)))
+    qsizetype removed = 0;
+    out.error = m_state.files().change([&](LineFileChanges& changes) {
+        const QList<LineFileName> months = yearFiles(year);
+        removed = months.size();
+        return changes.removeAll(months);
+    });
+    if (out.error)
         return out;
     out.status = Outcome::Status::Deleted;
-    out.count = int(paths.size());
+    out.count = int(removed);
     out.resultText = tr("All Bookings for the year %1 Deleted").arg(year);
     return out;
 }
 
 BulkDeletion::Outcome BulkDeletion::deleteMonth(const QString& yymm, const QString& monthYear) {
     Outcome out{Outcome::Status::Failed, Scope::Month, 0, {}, {}};
-    DataLock lock(m_state.dataPath(), lockWait);
-    if ((out.error = takeDataLock(lock, m_state.prompter)))
-        return out;
     // The file stays, empty: the month's lists then show no rows rather than a missing file.
-    if ((out.error = replaceFile(monthFilePath(m_state.dataPath(), yymm), QByteArrayView(), writePath)))
+    if ((out.error = m_state.files().change([&](LineFileChanges& changes) {
+            return changes.replace(LineFileName::month(yymm), [](const PieceWriter&) { return FileError(); });
+        })))
         return out;
     out.status = Outcome::Status::Deleted;
     out.resultText = tr("All Bookings for %1 Deleted").arg(monthYear);
     return out;
 }
 
-BulkDeletion::Outcome BulkDeletion::deleteLines(Scope scope, const QString& yymm, const QString& dateText,
+BulkDeletion::Outcome BulkDeletion::deleteLines(Scope scope, const QString& yymm, int day,
+                                                const QString& dateText,
                                                 const std::function<bool(const RecordLine&)>& drops) {
     Outcome out{Outcome::Status::Failed, scope, 0, {}, {}};
-    const QString path = monthFilePath(m_state.dataPath(), yymm);
-    DataLock lock(m_state.dataPath(), lockWait);
-    if ((out.error = takeDataLock(lock, m_state.prompter)))
-        return out;
-    // Counted first, so that a month where nothing matches is not written at all.
-    LineReader reader(path);
-    QByteArrayView bytes;
-    while (reader.next(bytes))
-        out.count += drops(RecordLine(bytes)) ? 1 : 0;
-    if ((out.error = reader.error()))
+    const LineFileName month = LineFileName::month(yymm);
+    const LineNarrowing narrowing = LineNarrowing::ofBookedDay(day);
+    const LineEdit keep = [&drops](QByteArrayView stored, QByteArray&) {
+        return drops(RecordLine(stored)); // dropped: nothing takes its place
+    };
+    out.error = m_state.files().change([&](LineFileChanges& changes) {
+        // Counted first, so that a month where nothing matches is not written at all.
+        const std::unique_ptr<LineReader> reader = changes.read(month, narrowing);
+        QByteArrayView bytes;
+        while (reader->next(bytes))
+            out.count += drops(RecordLine(bytes)) ? 1 : 0;
+        if (reader->error() || out.count == 0)
+            return reader->error();
+        return changes.rewrite(month, narrowing, keep);
+    });
+    if (out.error)
         return out;
 
     const bool theDay = scope == Scope::Day;
@@ -329,11 +332,6 @@ BulkDeletion::Outcome BulkDeletion::deleteLines(Scope scope, const QString& yymm
             (theDay ? tr("No Records Deleted for the ") : tr("No Records Deleted for ")) + dateText;
         return out;
     }
-    const LineEdit keep = [&drops](QByteArrayView stored, QByteArray&) {
-        return drops(RecordLine(stored)); // dropped: nothing takes its place
-    };
-    if ((out.error = rewriteLines(path, keep, nullptr, writePath)))
-        return out;
     out.status = Outcome::Status::Deleted;
     if (out.count == 1)
         out.resultText = theDay ? tr("One Record Deleted for the ") : tr("One Record Deleted for ");

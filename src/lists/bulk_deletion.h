@@ -2,19 +2,15 @@
 
 #include "app/app_state.h"
 #include "lists/record_search.h"
-#include "store/data_lock.h"
 #include "store/file_error.h"
 
 #include <QCoreApplication>
 #include <QString>
 #include <QStringList>
-#include <chrono>
 #include <functional>
 #include <optional>
 
 namespace porvane {
-
-class WritePath;
 
 // What the boxes of the bulk deletion window hold, as texts.
 struct BulkSelection {
@@ -26,9 +22,9 @@ struct BulkSelection {
 };
 
 // Removes old bookings in bulk from the month files: a whole year, a whole month, the bookings of one day,
-// or those of one month whose chosen field contains a text. Every change is made under the data folder's
-// lock from a fresh read and replaces or removes files whole, so a failure leaves them as they were. Photos
-// and day status files are never touched.
+// or those of one month whose chosen field contains a text, in the desk's store. Every deletion is one
+// change of the store from a fresh read, so a failure leaves the files as they were. Photos and day status
+// files are never touched.
 class BulkDeletion {
     Q_DECLARE_TR_FUNCTIONS(BulkDeletion)
 
@@ -54,11 +50,6 @@ public:
     };
 
     explicit BulkDeletion(AppState& state);
-
-    // How long a deletion waits for another desk's lock before asking the operator what to do.
-    std::chrono::milliseconds lockWait = DataLock::kDefaultWait;
-    // Where the bytes go; tests hand in one that fails part-way. Null means the real file system.
-    WritePath* writePath = nullptr;
 
     static QString allDays();
     static QString allMonths();
@@ -90,10 +81,11 @@ public:
 private:
     std::optional<Scope> checkDate(BulkSelection& selection);
     Outcome remove(Scope scope, const BulkSelection& selection);
-    QStringList yearFiles(const QString& year) const;
+    QList<LineFileName> yearFiles(const QString& year) const;
     Outcome deleteYear(const QString& year);
     Outcome deleteMonth(const QString& yymm, const QString& monthYear);
-    Outcome deleteLines(Scope scope, const QString& yymm, const QString& dateText,
+    // day: the day whose bookings go (Scope::Day), else 0.
+    Outcome deleteLines(Scope scope, const QString& yymm, int day, const QString& dateText,
                         const std::function<bool(const RecordLine&)>& drops);
     bool confirmed(const QString& question, const QString& count);
     // "That removes 3 bookings."; for a day, whole bookings with their other days.

@@ -26,20 +26,21 @@ constexpr ListLayout kDayLayout{kDayColumns, 0xE0E0E0, expectedCell};
 
 } // namespace
 
-BuiltList buildDayList(const QString& dataPath, const QDate& date, const RowListener& listener) {
+BuiltList buildDayList(LineFiles& files, const QDate& date, const RowListener& listener) {
     const int dateNumber = passDateNumber(date);
     const int day = date.day();
-    LineReader reader(monthFileOf(dataPath, date));
-    BuiltList out{ListTable(kDayLayout, reader), {}};
+    const std::unique_ptr<LineReader> reader =
+        files.read(LineFileName::month(date), LineNarrowing::ofBookedDay(day));
+    BuiltList out{ListTable(kDayLayout, *reader), {}};
     QByteArrayView bytes;
-    while (reader.next(bytes)) {
+    while (reader->next(bytes)) {
         const RecordLine line(bytes);
         const bool booked = isBooked(rawSlot(line, day));
         if (booked ||
             passDateInRange(line.columns(Field::PassStart), line.columns(Field::PassEnd), dateNumber))
-            out.table.addRow(reader, bytes.size(), quint16(day), listener);
+            out.table.addRow(*reader, bytes.size(), quint16(day), listener);
     }
-    out.error = reader.error();
+    out.error = reader->error();
     return out;
 }
 

@@ -56,7 +56,7 @@ GridLists::Outcome GridLists::selectDayRecord(DateSelection& dates) {
         return Outcome::Refused;
     m_state.listMode = ListMode::Day;
     m_view.locked = true;
-    BuiltList built = buildDayList(m_state.dataPath(), dates.selectedDate(), rowRead);
+    BuiltList built = buildDayList(m_state.files(), dates.selectedDate(), rowRead);
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound)
         return noBookings();
@@ -75,7 +75,7 @@ GridLists::Outcome GridLists::selectMonthRecord(DateSelection& dates) {
     m_view.inOutEnabled = false;
     m_state.listMode = ListMode::Month;
     m_view.locked = true;
-    BuiltList built = buildMonthList(m_state.dataPath(), monthOf(dates), m_state.clock.today(), rowRead);
+    BuiltList built = buildMonthList(m_state.files(), monthOf(dates), m_state.clock.today(), rowRead);
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound)
         return noBookings();
@@ -110,7 +110,7 @@ GridLists::Outcome GridLists::runSearch(const SearchRequest& request) {
     m_view.locked = true;
     m_searched = request.months;
     const SearchKind kind = RecordSearch::kindFromText(request.kindText).value_or(SearchKind::AnyText);
-    BuiltList built = RecordSearch::run(m_state.dataPath(), request.months, kind, request.findText);
+    BuiltList built = RecordSearch::run(m_state.files(), request.months, kind, request.findText);
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound) {
         m_state.prompter.tell(QStringLiteral("Porvane 90 6725"),
@@ -138,8 +138,7 @@ GridLists::Outcome GridLists::runSearch(const SearchRequest& request) {
 }
 
 bool GridLists::writeStatusList() {
-    const FileError error =
-        OnSiteList::writeStatusList(m_state.dataPath(), m_state.clock.today(), m_state.prompter);
+    const FileError error = OnSiteList::writeStatusList(m_state.files(), m_state.clock.today());
     if (error)
         titleError(error.number, tr("Error: %1 Write List"));
     return !error;
@@ -151,7 +150,7 @@ GridLists::Outcome GridLists::showDayStatus() {
     const bool rebuilt = writeStatusList();
     m_state.listMode = ListMode::OnSite;
     m_view.dayBoxGreyed = false;
-    BuiltList built = OnSiteList::build(m_state.dataPath(), m_state.clock.today(), rowRead);
+    BuiltList built = OnSiteList::build(m_state.files(), m_state.clock.today(), rowRead);
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound)
         return noBookings();

@@ -74,8 +74,4 @@ int passDateNumber(const QDate& date) {
     return passDateNumber(QByteArrayView(storedDate(date)));
 }
 
-QString monthFileOf(const QString& dataPath, const QDate& date) {
-    return monthFilePath(dataPath, date.toString(QStringLiteral("yyMM")));
-}
-
 } // namespace porvane

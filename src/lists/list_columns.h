@@ -3,8 +3,8 @@
 #include <QtGlobal>
 
 #include "lists/list_table.h"
-#include "store/data_paths.h"
 #include "store/file_error.h"
+#include "store/line_files.h"
 #include "store/record_line.h"
 
 #include <QByteArrayView>
@@ -181,7 +181,5 @@ bool passDateInRange(QByteArrayView from, QByteArrayView to, int dateNumber);
 // "dd-mm-yyyy" as stored in the pass columns, and as the number the range test takes.
 QByteArray storedDate(const QDate& date);
 int passDateNumber(const QDate& date);
-// The month file holding a date's bookings.
-QString monthFileOf(const QString& dataPath, const QDate& date);
 
 } // namespace porvane

@@ -58,14 +58,14 @@ int yymmdd(int year, int month, int day) {
 
 } // namespace
 
-BuiltList buildMonthList(const QString& dataPath, const QDate& month, const QDate& today,
+BuiltList buildMonthList(LineFiles& files, const QDate& month, const QDate& today,
                          const RowListener& listener) {
     const int todayNumber = yymmdd(today.year(), today.month(), today.day());
     const int monthNumber = yymmdd(month.year(), month.month(), 0);
-    LineReader reader(monthFileOf(dataPath, month));
-    BuiltList out{ListTable(kMonthLayout, reader), {}};
+    const std::unique_ptr<LineReader> reader = files.read(LineFileName::month(month));
+    BuiltList out{ListTable(kMonthLayout, *reader), {}};
     QByteArrayView bytes;
-    while (reader.next(bytes)) {
+    while (reader->next(bytes)) {
         // The booked times of the whole month at once; a short line has fewer.
         const QByteArrayView times =
             RecordLine(bytes).columns(bookedSlotColumn(1), kBookedSlotCount * kBookedSlotWidth);
@@ -85,10 +85,10 @@ BuiltList buildMonthList(const QString& dataPath, const QDate& month, const QDat
             const TextColour colour = rowNumber < todayNumber    ? TextColour::Grey
                                       : rowNumber == todayNumber ? TextColour::DarkBlue
                                                                  : TextColour::Black;
-            out.table.addRow(reader, bytes.size(), rowNote(day, colour), listener);
+            out.table.addRow(*reader, bytes.size(), rowNote(day, colour), listener);
         }
     }
-    out.error = reader.error();
+    out.error = reader->error();
     return out;
 }
 

@@ -1,13 +1,10 @@
 #include "lists/on_site_list.h"
 
-#include "app/lock_question.h"
 #include "lists/line_cache.h"
-#include "store/data_lock.h"
 #include "store/digits.h"
 #include "store/line_reader.h"
 #include "store/safe_file.h"
 
-#include <QFileInfo>
 #include <QHash>
 #include <QtGlobal>
 #include <algorithm>
@@ -76,11 +73,7 @@ constexpr ListLayout kStatusLayout{kStatusColumns, 0xDFE7F9, statusCell};
 
 } // namespace
 
-QString OnSiteList::statusFilePath(const QString& dataPath, const QDate& today) {
-    return dayStatusPath(dataPath, today);
-}
-
-FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& today, Prompter& prompter) {
+FileError OnSiteList::writeStatusList(LineFiles& files, const QDate& today) {
     const int todayNumber = passDateNumber(today);
     // Only where each kept line lies is held, and the new status file is written from the month files once
     // its marks are known, so it never stands in memory. The month files stay open meanwhile: the file is
@@ -101,13 +94,15 @@ FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& toda
     };
     QHash<QByteArray, Twins> byRegNo;
     for (int k = -6; k <= 6; ++k) {
-        const QDate month = today.addMonths(k);
-        const QString file = monthFileOf(dataPath, month);
-        if (!QFileInfo::exists(file))
+        const LineFileName month = LineFileName::month(today.addMonths(k));
+        if (!files.exists(month))
             continue;
         const bool todaysMonth = k == 0;
-        LineReader reader(file);
-        monthFiles.append(file);
+        // A line of another month is taken only for its pass dates.
+        const std::unique_ptr<LineReader> monthFile =
+            files.read(month, LineNarrowing::ofBookedDay(today.day()));
+        LineReader& reader = *monthFile;
+        monthFiles.append(reader.name());
         const int cached = months.addFile(reader.handle());
         QByteArrayView bytes;
         while (reader.next(bytes)) {
@@ -123,72 +118,72 @@ FileError OnSiteList::writeStatusList(const QString& dataPath, const QDate& toda
             return reader.error();
     }
 
-    const QString statusFile = statusFilePath(dataPath, today);
-    DataLock lock(dataPath);
-    if (FileError e = takeDataLock(lock, prompter))
-        return e;
-    // The marks an entry takes from the old file; one it gives none to keeps its month line's columns.
-    std::vector<std::array<char, kMarkWidth>> marks(std::size_t(kept.size()));
-    std::vector<bool> marked(std::size_t(kept.size()), false);
-    const auto setMarks = [&](qsizetype entry, QByteArrayView given) {
-        std::copy(given.begin(), given.end(), marks[std::size_t(entry)].begin());
-        marked[std::size_t(entry)] = true;
-    };
-    LineReader old(statusFile);
-    if (old.error().number == FileError::FileNotFound) {
-        for (qsizetype i = 0; i < kept.size(); ++i)
-            setMarks(i, kNoMarks);
-    } else {
-        QByteArrayView status;
-        while (old.next(status)) {
-            // A status line torn before its marks has no marks to give.
-            if (status.size() < kMarkColumn - 1 + kMarkWidth)
-                continue;
-            const auto twins = byRegNo.find(firstColumns(status).toByteArray());
-            if (twins != byRegNo.end() && twins->marked < twins->entries.size())
-                setMarks(twins->entries[twins->marked++], status.sliced(kMarkColumn - 1, kMarkWidth));
-        }
-        if (old.error())
-            return old.error();
-    }
-    return replaceFileByPieces(statusFile, [&](const PieceWriter& write) {
-        constexpr qsizetype kPiece = 256 * 1024;
-        QByteArray piece;
-        piece.reserve(kPiece + LineReader::kMaxLineLength + kRecordLineLength);
-        for (qsizetype i = 0; i < kept.size(); ++i) {
-            const Entry& e = kept[i];
-            const QByteArrayView line = months.line(e.month, e.offset, e.length, e.length);
-            if (line.size() < e.length)
-                return FileError::fromErrno(EIO, monthFiles[e.month]);
-            const qsizetype at = piece.size();
-            piece.append(line);
-            // A torn line still gets its mark columns; missing columns read as blanks anyway.
-            if (line.size() < kRecordLineLength)
-                piece.append(kRecordLineLength - line.size(), ' ');
-            if (marked[std::size_t(i)])
-                std::copy(marks[std::size_t(i)].begin(), marks[std::size_t(i)].end(),
-                          piece.begin() + at + kMarkColumn - 1);
-            piece.append(kLineEnd);
-            if (piece.size() >= kPiece) {
-                if (FileError error = write(piece))
-                    return error;
-                piece.resize(0);
+    return files.change([&](LineFileChanges& changes) -> FileError {
+        // The marks an entry takes from the old file; one it gives none to keeps its month line's columns.
+        std::vector<std::array<char, kMarkWidth>> marks(std::size_t(kept.size()));
+        std::vector<bool> marked(std::size_t(kept.size()), false);
+        const auto setMarks = [&](qsizetype entry, QByteArrayView given) {
+            std::copy(given.begin(), given.end(), marks[std::size_t(entry)].begin());
+            marked[std::size_t(entry)] = true;
+        };
+        const LineFileName statusFile = LineFileName::dayStatus(today);
+        const std::unique_ptr<LineReader> oldFile = changes.read(statusFile);
+        LineReader& old = *oldFile;
+        if (old.error().number == FileError::FileNotFound) {
+            for (qsizetype i = 0; i < kept.size(); ++i)
+                setMarks(i, kNoMarks);
+        } else {
+            QByteArrayView status;
+            while (old.next(status)) {
+                // A status line torn before its marks has no marks to give.
+                if (status.size() < kMarkColumn - 1 + kMarkWidth)
+                    continue;
+                const auto twins = byRegNo.find(firstColumns(status).toByteArray());
+                if (twins != byRegNo.end() && twins->marked < twins->entries.size())
+                    setMarks(twins->entries[twins->marked++], status.sliced(kMarkColumn - 1, kMarkWidth));
             }
+            if (old.error())
+                return old.error();
         }
-        return write(piece);
+        return changes.replace(statusFile, [&](const PieceWriter& write) {
+            constexpr qsizetype kPiece = 256 * 1024;
+            QByteArray piece;
+            piece.reserve(kPiece + LineReader::kMaxLineLength + kRecordLineLength);
+            for (qsizetype i = 0; i < kept.size(); ++i) {
+                const Entry& e = kept[i];
+                const QByteArrayView line = months.line(e.month, e.offset, e.length, e.length);
+                if (line.size() < e.length)
+                    return FileError::fromErrno(EIO, monthFiles[e.month]);
+                const qsizetype at = piece.size();
+                piece.append(line);
+                // A torn line still gets its mark columns; missing columns read as blanks anyway.
+                if (line.size() < kRecordLineLength)
+                    piece.append(kRecordLineLength - line.size(), ' ');
+                if (marked[std::size_t(i)])
+                    std::copy(marks[std::size_t(i)].begin(), marks[std::size_t(i)].end(),
+                              piece.begin() + at + kMarkColumn - 1);
+                piece.append(kLineEnd);
+                if (piece.size() >= kPiece) {
+                    if (FileError error = write(piece))
+                        return error;
+                    piece.resize(0);
+                }
+            }
+            return write(piece);
+        });
     });
 }
 
-BuiltList OnSiteList::build(const QString& dataPath, const QDate& today, const RowListener& listener) {
+BuiltList OnSiteList::build(LineFiles& files, const QDate& today, const RowListener& listener) {
     const char month[2] = {char('0' + today.month() / 10), char('0' + today.month() % 10)};
-    LineReader reader(statusFilePath(dataPath, today));
-    BuiltList out{ListTable(kStatusLayout, reader), {}};
+    const std::unique_ptr<LineReader> reader = files.read(LineFileName::dayStatus(today));
+    BuiltList out{ListTable(kStatusLayout, *reader), {}};
     QByteArrayView bytes;
-    while (reader.next(bytes)) {
+    while (reader->next(bytes)) {
         const bool todaysMonth = RecordLine(bytes).columns(3, 2) == QByteArrayView(month, 2);
-        out.table.addRow(reader, bytes.size(), todaysMonth ? quint16(today.day()) : 0, listener);
+        out.table.addRow(*reader, bytes.size(), todaysMonth ? quint16(today.day()) : 0, listener);
     }
-    out.error = reader.error();
+    out.error = reader->error();
     return out;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/prompter.h"
 #include "lists/list_columns.h"
 
 namespace porvane {
@@ -23,20 +22,17 @@ enum OnSiteColumn : int {
 // listed with who is expected, on site and gone.
 class OnSiteList {
 public:
-    // "<data>Status/yymmdd.vdf".
-    static QString statusFilePath(const QString& dataPath, const QDate& today);
-
     // Rebuilds today's status file from the thirteen month files around today: every booking with a booked
     // time today in today's month file, and every booking of any of them whose pass covers today. The IN/OUT
     // marks already in the file are kept by RegNo; where two lines share a RegNo, each keeps its own. The
-    // month files are read without the lock; the status file is read fresh and replaced under the data
-    // folder's lock, so a mark made a moment ago by another desk survives. On any error the status file is
-    // left as it was.
-    static FileError writeStatusList(const QString& dataPath, const QDate& today, Prompter& prompter);
+    // month files are read without holding the store; the status file is read fresh and replaced in one
+    // change, so a mark made a moment ago by another desk survives. On any error the status file is left as
+    // it was.
+    static FileError writeStatusList(LineFiles& files, const QDate& today);
 
     // Lists today's status file line by line, with the arrival and departure colours; each row goes to the
     // listener, if any, as it is read.
-    static BuiltList build(const QString& dataPath, const QDate& today, const RowListener& listener = {});
+    static BuiltList build(LineFiles& files, const QDate& today, const RowListener& listener = {});
 };
 
 // A mark "hh:mm" (or "hhmm") as the number hhmm; a missing mark ("  -  ", blanks) is 0.

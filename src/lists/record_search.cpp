@@ -268,22 +268,28 @@ int SearchMonths::count() const {
     return (last.year() - first.year()) * 12 + last.month() - first.month() + 1;
 }
 
-BuiltList RecordSearch::run(const QString& dataPath, const SearchMonths& months, SearchKind kind,
+BuiltList RecordSearch::run(LineFiles& files, const SearchMonths& months, SearchKind kind,
                             const QString& findText) {
     const SearchMatch match(kind, findText);
+    // Months that are no months have no file.
     BuiltList out{ListTable(months.count() > 1 ? kRangeSearchLayout : kSearchLayout),
-                  FileError::notFound(monthFileOf(dataPath, months.first))};
+                  months.valid() ? FileError() : FileError::notFound(files.where())};
+    bool anyFile = false;
     for (QDate month = months.first; months.valid() && month <= months.last; month = month.addMonths(1)) {
-        LineReader reader(monthFileOf(dataPath, month));
-        if (reader.error().number == FileError::FileNotFound)
+        const std::unique_ptr<LineReader> reader = files.read(LineFileName::month(month));
+        if (reader->error().number == FileError::FileNotFound) {
+            if (!anyFile && !out.error)
+                out.error = reader->error(); // the first month's, should none of them have a file
             continue;
-        out.table.readFrom(reader);
+        }
+        anyFile = true;
+        out.table.readFrom(*reader);
         const quint16 note = monthNote(month);
         QByteArrayView bytes;
-        while (reader.next(bytes))
+        while (reader->next(bytes))
             if (match.matches(RecordLine(bytes)))
-                out.table.addRow(reader, bytes.size(), note);
-        out.error = reader.error();
+                out.table.addRow(*reader, bytes.size(), note);
+        out.error = reader->error();
         if (out.error)
             break;
     }

@@ -92,7 +92,7 @@ public:
     // character of the find text is taken literally. The months are read in order, each line streamed from
     // its file; a month without a file is passed over, and FileNotFound comes back only when none of them
     // has one. A search of several months shows each row's month beside its number.
-    static BuiltList run(const QString& dataPath, const SearchMonths& months, SearchKind kind,
+    static BuiltList run(LineFiles& files, const SearchMonths& months, SearchKind kind,
                          const QString& findText);
 };
 

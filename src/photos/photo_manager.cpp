@@ -1,7 +1,6 @@
 #include "photos/photo_manager.h"
 
 #include "photos/photo_files.h"
-#include "store/data_paths.h"
 #include "store/line_reader.h"
 #include "store/photo_paths.h"
 #include "store/record_line.h"
@@ -31,9 +30,9 @@ template <typename Keep> QList<PhotoRow> PhotoManager::scan(const QStringList& m
     const QDateTime now = m_state.clock.now();
     for (const QString& month : months) {
         // A month with no bookings has no file; listing takes no lock and reads what is there.
-        LineReader reader(monthFilePath(m_state.dataPath(), month));
+        const std::unique_ptr<LineReader> reader = m_state.files().read(LineFileName::month(month));
         QByteArrayView bytes;
-        while (reader.next(bytes)) {
+        while (reader->next(bytes)) {
             const RecordLine line(bytes);
             if (line.regNo().isEmpty() || !keep(line))
                 continue;

@@ -11,7 +11,11 @@ QString monthFilePath(const QString& dataPath, const QString& yymm) {
 }
 
 QString dayStatusPath(const QString& dataPath, const QDate& day) {
-    return QDir(dataPath).filePath(u"Status/"_s + day.toString(u"yyMMdd"_s) + u".vdf"_s);
+    return dayStatusPath(dataPath, day.toString(u"yyMMdd"_s));
+}
+
+QString dayStatusPath(const QString& dataPath, const QString& yymmdd) {
+    return QDir(dataPath).filePath(u"Status/"_s + yymmdd + u".vdf"_s);
 }
 
 QString pickListsPath(const QString& appPath) {

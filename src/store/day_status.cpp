@@ -1,7 +1,5 @@
 #include "store/day_status.h"
 
-#include "store/data_lock.h"
-#include "store/data_paths.h"
 #include "store/line_reader.h"
 #include "store/record_line.h"
 #include "store/safe_file.h"
@@ -33,25 +31,10 @@ void overwrite(QByteArray& line, int column, QByteArrayView value) {
     std::copy_n(value.data(), n, line.data() + column - 1);
 }
 
-} // namespace
-
-SiteTimes readSiteTimes(const QString& dataPath, const QDate& day, const QString& regNo) {
-    SiteTimes times;
-    const QByteArray key = toWindows1252(regNo);
-    LineReader reader(dayStatusPath(dataPath, day));
-    QByteArrayView bytes;
-    while (reader.next(bytes)) {
-        if (!keyMatches(bytes, key))
-            continue;
-        const RecordLine line(bytes);
-        times = {true, hhmm(line, kArrivalColumn), hhmm(line, kDepartureColumn)};
-    }
-    return times;
-}
-
-FileError markSiteTimes(const QString& statusPath, QByteArrayView key, QByteArrayView arrival,
-                        QByteArrayView departure, WritePath* writePath) {
-    const LineEdit mark = [&](QByteArrayView stored, QByteArray& out) {
+// Writes arrival and departure ("hh:mm" or "  -  ", at most five characters each) into every line whose
+// first 12 characters equal key, as UpdateDayStatus says.
+LineEdit markSiteTimes(const QByteArray& key, const QByteArray& arrival, const QByteArray& departure) {
+    return [=](QByteArrayView stored, QByteArray& out) {
         if (!keyMatches(stored, key))
             return false;
         QByteArray line = stored.toByteArray();
@@ -62,29 +45,41 @@ FileError markSiteTimes(const QString& statusPath, QByteArrayView key, QByteArra
         out.append(line).append(kLineEnd);
         return true;
     };
-    return rewriteLines(statusPath, mark, nullptr, writePath);
 }
 
-FileError UpdateDayStatus(const QString& dataPath, const QDate& day, const QString& regNoText,
-                          const QString& arrival, const QString& departure, LockHolderQuestion& lockQuestion,
-                          std::chrono::milliseconds lockWait, WritePath* writePath) {
-    DataLock lock(dataPath, lockWait);
-    if (FileError error = takeDataLock(lock, lockQuestion))
-        return error;
-    return markSiteTimes(dayStatusPath(dataPath, day), toWindows1252(regNoText.trimmed()),
-                         toWindows1252(arrival), toWindows1252(departure), writePath);
+} // namespace
+
+SiteTimes readSiteTimes(LineFiles& files, const QDate& day, const QString& regNo) {
+    SiteTimes times;
+    const QByteArray key = toWindows1252(regNo);
+    const std::unique_ptr<LineReader> reader =
+        files.read(LineFileName::dayStatus(day), LineNarrowing::ofRegNo(regNo));
+    QByteArrayView bytes;
+    while (reader->next(bytes)) {
+        if (!keyMatches(bytes, key))
+            continue;
+        const RecordLine line(bytes);
+        times = {true, hhmm(line, kArrivalColumn), hhmm(line, kDepartureColumn)};
+    }
+    return times;
 }
 
-FileError SignOutDayStatus(const QString& dataPath, const QDate& day,
-                           const QHash<QString, QString>& marksSeen, const QString& departure,
-                           LockHolderQuestion& lockQuestion, std::chrono::milliseconds lockWait) {
+FileError UpdateDayStatus(LineFiles& files, const QDate& day, const QString& regNoText,
+                          const QString& arrival, const QString& departure) {
+    const QString regNo = regNoText.trimmed();
+    const LineEdit mark =
+        markSiteTimes(toWindows1252(regNo), toWindows1252(arrival), toWindows1252(departure));
+    return files.change([&](LineFileChanges& changes) {
+        return changes.rewrite(LineFileName::dayStatus(day), LineNarrowing::ofRegNo(regNo), mark);
+    });
+}
+
+FileError SignOutDayStatus(LineFiles& files, const QDate& day, const QHash<QString, QString>& marksSeen,
+                           const QString& departure) {
     QHash<QByteArray, QByteArray> seen;
     for (auto it = marksSeen.cbegin(); it != marksSeen.cend(); ++it)
         seen.insert(toWindows1252(it.key().trimmed()), toWindows1252(it.value()));
     const QByteArray time = toWindows1252(departure);
-    DataLock lock(dataPath, lockWait);
-    if (FileError error = takeDataLock(lock, lockQuestion))
-        return error;
     const LineEdit signOut = [&](QByteArrayView stored, QByteArray& out) {
         QByteArray line = stored.toByteArray();
         const auto marks = seen.constFind(line.left(kKeyWidth));
@@ -94,7 +89,8 @@ FileError SignOutDayStatus(const QString& dataPath, const QDate& day,
         out.append(line).append(kLineEnd);
         return true;
     };
-    return rewriteLines(dayStatusPath(dataPath, day), signOut, nullptr, nullptr);
+    return files.change(
+        [&](LineFileChanges& changes) { return changes.rewrite(LineFileName::dayStatus(day), {}, signOut); });
 }
 
 } // namespace porvane

@@ -37,6 +37,17 @@ struct LineNarrowing {
     int bookedDay = 0;       // 1..31: only lines booked on that day or holding pass dates; 0: any
     QString searchWord;      // only lines holding this text in searchFields, whatever its case; empty: any
     QList<int> searchFields; // Field values (store/record_fields.h)
+
+    static LineNarrowing ofRegNo(const QString& regNo) {
+        LineNarrowing n;
+        n.regNo = regNo;
+        return n;
+    }
+    static LineNarrowing ofBookedDay(int day) {
+        LineNarrowing n;
+        n.bookedDay = day;
+        return n;
+    }
 };
 
 // The changes a store makes while it holds itself for one writer: the data folder under its lock, the

@@ -29,6 +29,8 @@ public:
 
     // The error of opening or reading; FileNotFound (53) when the file does not exist.
     const FileError& error() const { return m_error; }
+    // The file's path, or the name errors call it.
+    const QString& name() const { return m_path; }
     bool next(QByteArrayView& line);
     // Where in the file the next line starts: after next(), the line read and its line end are the bytes
     // between the offset before and the offset after, starting at line.data().

@@ -1,7 +1,5 @@
 #include "store/record_store.h"
 
-#include "store/data_lock.h"
-#include "store/data_paths.h"
 #include "store/digits.h"
 #include "store/line_reader.h"
 #include "store/photo_paths.h"
@@ -39,18 +37,19 @@ void deletePhotos(const QString& dataPath, const QString& regNo, const QString& 
 
 } // namespace
 
-bool readBookingLine(const QString& dataPath, const QString& regNo, CurrentRecord& record, FileError& error) {
-    LineReader reader(monthFilePath(dataPath, regNo.left(4)));
+bool readBookingLine(LineFiles& files, const QString& regNo, CurrentRecord& record, FileError& error) {
+    const std::unique_ptr<LineReader> reader =
+        files.read(LineFileName::month(regNo.left(4)), LineNarrowing::ofRegNo(regNo));
     const QByteArray key = toWindows1252(regNo);
     QByteArrayView bytes;
-    while (reader.next(bytes)) {
+    while (reader->next(bytes)) {
         const RecordLine line(bytes);
         if (line.hasRegNo(key)) {
             decodeRecordLine(line, record);
             return true;
         }
     }
-    error = reader.error();
+    error = reader->error();
     return false;
 }
 
@@ -60,11 +59,11 @@ QString makeRegNo(const QDateTime& now, const QString& bookingYymm) {
     return regNo;
 }
 
-RecordStore::RecordStore(std::function<QString()> dataPath, std::function<QDateTime()> now,
-                         LockHolderQuestion& lockQuestion)
-    : m_dataPath(std::move(dataPath))
-    , m_now(std::move(now))
-    , m_lockQuestion(lockQuestion) {}
+RecordStore::RecordStore(std::function<LineFiles&()> files, std::function<QString()> dataPath,
+                         std::function<QDateTime()> now)
+    : m_files(std::move(files))
+    , m_dataPath(std::move(dataPath))
+    , m_now(std::move(now)) {}
 
 namespace {
 
@@ -92,11 +91,8 @@ StoreResult RecordStore::SaveNewRecord(const CurrentRecord& booking, const QStri
     CurrentRecord saved = booking;
     saved[Field::RegNo] = makeRegNo(m_now(), bookingYymm);
     const QByteArray line = encodeRecordLine(saved);
-    const QString dataPath = m_dataPath();
-    DataLock lock(dataPath, lockWait);
-    if (FileError error = takeDataLock(lock, m_lockQuestion))
-        return failed(error);
-    if (FileError error = appendLine(monthFilePath(dataPath, bookingYymm), line, writePath))
+    if (FileError error = m_files().change(
+            [&](LineFileChanges& changes) { return changes.append(LineFileName::month(bookingYymm), line); }))
         return failed(error);
     return {StoreResult::Status::Ok, {}, saved[Field::RegNo]};
 }
@@ -105,17 +101,16 @@ StoreResult RecordStore::replaceLines(const QString& bookingYymm, const QString&
                                       const std::function<void(QByteArrayView, QByteArray&)>& replace,
                                       const std::function<void()>& afterWrite) {
     const QByteArray key = keyOf(regNoText);
-    const QString dataPath = m_dataPath();
-    DataLock lock(dataPath, lockWait);
-    if (FileError error = takeDataLock(lock, m_lockQuestion))
-        return failed(error);
     const LineEdit edit = [&](QByteArrayView stored, QByteArray& out) {
         if (key.isEmpty() || !RecordLine(stored).hasRegNo(key))
             return false;
         replace(stored, out);
         return true;
     };
-    if (FileError error = rewriteLines(monthFilePath(dataPath, bookingYymm), edit, nullptr, writePath))
+    if (FileError error = m_files().change([&](LineFileChanges& changes) {
+            return changes.rewrite(LineFileName::month(bookingYymm),
+                                   LineNarrowing::ofRegNo(regNoText.trimmed()), edit);
+        }))
         return failed(error);
     if (afterWrite)
         afterWrite();

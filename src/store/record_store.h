@@ -2,18 +2,15 @@
 
 #include "store/current_record.h"
 #include "store/file_error.h"
+#include "store/line_files.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QString>
 #include <array>
-#include <chrono>
 #include <functional>
 
 namespace porvane {
-
-class LockHolderQuestion;
-class WritePath;
 
 // What a store operation did. The store never talks to the operator: a refusal or a failed write comes back
 // here, and the desk shows it; the record the desk holds is never touched.
@@ -35,28 +32,25 @@ struct StoreResult {
 QString makeRegNo(const QDateTime& now, const QString& bookingYymm);
 
 // Finds the booking's line in its month file and decodes it into record; false when it is not there. A month
-// file that cannot be read leaves error set. Takes no lock: a read always sees one whole version of the file.
-bool readBookingLine(const QString& dataPath, const QString& regNo, CurrentRecord& record, FileError& error);
+// file that cannot be read leaves error set. Holds no store: a read always sees one whole version of the
+// file.
+bool readBookingLine(LineFiles& files, const QString& regNo, CurrentRecord& record, FileError& error);
 
 // The four pass fields, blanked when a pass is revoked.
 inline constexpr std::array<Field, 4> kPassFields{Field::PassStart, Field::PassEnd, Field::PassPeriod,
                                                   Field::PassIssued};
 
-// Saves, updates and deletes a booking's line in its month file <data>/Record/<yymm>.vrf. Every change is
-// made under the data folder's lock, from a fresh read, and replaces the file atomically.
+// Saves, updates and deletes a booking's line in its month file "yymm". Every change is one change of the
+// store, from a fresh read.
 class RecordStore {
     Q_DECLARE_TR_FUNCTIONS(RecordStore)
 
 public:
-    // dataPath is asked at every change, since the settings can move the data folder while the desk runs; now
-    // gives a new booking's identifier; lockQuestion is asked while another desk holds the data folder.
-    RecordStore(std::function<QString()> dataPath, std::function<QDateTime()> now,
-                LockHolderQuestion& lockQuestion);
-
-    // How long a change waits for another desk's lock before asking the operator what to do.
-    std::chrono::milliseconds lockWait{10000};
-    // Where the bytes go; tests hand in one that fails part-way. Null means the real file system.
-    WritePath* writePath = nullptr;
+    // files and dataPath are asked at every change, since the settings can move the data folder or name
+    // another store while the desk runs; the data folder keeps the photos. now gives a new booking's
+    // identifier.
+    RecordStore(std::function<LineFiles&()> files, std::function<QString()> dataPath,
+                std::function<QDateTime()> now);
 
     // Validates names, department and organisation, makes a new RegNo from the clock and the booking month
     // ("yymm") and appends the booking's line under it; the result carries the new RegNo.
@@ -80,9 +74,9 @@ private:
                              const std::function<void(QByteArrayView stored, QByteArray& out)>& replace,
                              const std::function<void()>& afterWrite = {});
 
+    std::function<LineFiles&()> m_files;
     std::function<QString()> m_dataPath;
     std::function<QDateTime()> m_now;
-    LockHolderQuestion& m_lockQuestion;
 };
 
 } // namespace porvane

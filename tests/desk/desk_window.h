@@ -42,7 +42,7 @@ protected:
         state.AppPath = folder.appPath();
         state.settings.DataPath = folder.dataPath();
         state.settings.ckEnbl_RTC = QStringLiteral("0");
-        records.lockWait = std::chrono::milliseconds(200);
+        state.dataFolder.lockWait = std::chrono::milliseconds(200);
     }
 
     // The window is made once the files and settings a test needs are in place.

@@ -134,7 +134,7 @@ protected:
         QDir().mkpath(folder.path(QStringLiteral("photo/2611")));
         photo.save(folder.path(QStringLiteral("photo/2611/261101080000_Al_Bond.bmp")), "BMP");
         // Today's status file as the desk last wrote it, with Cy on site.
-        EXPECT_FALSE(OnSiteList::writeStatusList(folder.dataPath(), clock.today(), prompter));
+        EXPECT_FALSE(OnSiteList::writeStatusList(state.files(), clock.today()));
         const QString status = QStringLiteral("Status/261123.vdf");
         QByteArray lines = folder.read(status);
         lines.replace(1188 + 990, 5, "08:55");

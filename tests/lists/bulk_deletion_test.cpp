@@ -30,7 +30,7 @@ struct BulkDeletionTest : ListsFixture {
     const QString status = u"Status/240305.vdf"_s;
 
     BulkDeletionTest() {
-        bulk.lockWait = std::chrono::milliseconds(100);
+        desk.state.dataFolder.lockWait = std::chrono::milliseconds(100);
         desk.folder.write(photo, "BM");
         desk.folder.write(status, "status\r\n");
     }
@@ -159,7 +159,7 @@ TEST_F(BulkDeletionTest, aStoppedDeletionChangesNothing) {
 
     FailingWritePath failing;
     failing.budget = 500;
-    bulk.writePath = &failing;
+    desk.state.dataFolder.writePath = &failing;
     const BulkDeletion::Outcome outcome = run("5", "MARCH", "2024");
     EXPECT_EQ(outcome.status, Status::Failed);
     EXPECT_EQ(outcome.error.number, 61);

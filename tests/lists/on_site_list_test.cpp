@@ -128,7 +128,7 @@ TEST_F(OnSiteTest, arrivalAndDepartureColours) {
          handLine({{1, "240601000002"}, {991, "09:00"}, {996, "17:00"}}),   // gone
          handLine({{1, "240601000003"}, {991, "22:00"}, {996, "01:00"}}),   // past midnight: still on site
          handLine({{1, "240601000004"}, {991, "  -  "}, {996, "  -  "}})}); // not arrived
-    const BuiltList built = OnSiteList::build(desk.state.dataPath(), QDate(2024, 6, 15));
+    const BuiltList built = OnSiteList::build(desk.state.files(), QDate(2024, 6, 15));
     ASSERT_TRUE(built.error.ok());
     const ListTable& t = built.table;
     ASSERT_EQ(t.listedCount(), 4);
@@ -160,7 +160,7 @@ TEST_F(OnSiteTest, aFailedRebuildKeepsTheStatusFileAsItWas) {
     EXPECT_EQ(desk.state.mainTitle, u"Tarnwell Solutions Porvane 90  [ Error: 2186 in Day List ]");
     EXPECT_TRUE(desk.prompter.messages().isEmpty());
     QDir().mkpath(desk.folder.path(u"Status"_s));
-    EXPECT_EQ(OnSiteList::build(desk.state.dataPath(), QDate(2024, 6, 15)).error.number,
+    EXPECT_EQ(OnSiteList::build(desk.state.files(), QDate(2024, 6, 15)).error.number,
               FileError::FileNotFound);
 }
 

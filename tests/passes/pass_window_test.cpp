@@ -59,7 +59,7 @@ struct PassWindowDesk : test::TestDesk {
         folder.write(u"photo/2611/261114090000_Ada_Quist.bmp"_s, bitmap(Qt::blue));
         folder.write(u"photo/2611/261114091500_Bert_Rowe.bmp"_s, bitmap(Qt::red));
         FileError error;
-        EXPECT_TRUE(readBookingLine(state.dataPath(), u"261114090000"_s, state.record, error));
+        EXPECT_TRUE(readBookingLine(state.files(), u"261114090000"_s, state.record, error));
     }
     QString pdf() const { return folder.appPath() + u"pass.pdf"_s; }
     PassWindow::Hooks hooks() {

@@ -63,7 +63,7 @@ TEST_F(FullDisk, saveAndUpdateFailWithDiskFull_leaveTheMonthAndNoTemporaryFile_a
     const QByteArray hash = monthHash();
 
     RecordStore store = desk.recordStore();
-    store.lockWait = std::chrono::milliseconds(2000);
+    desk.state.dataFolder.lockWait = std::chrono::milliseconds(2000);
     decodeRecordLine(RecordLine(month), desk.state.record);
     desk.state.record.MarkRecordSaved();
     desk.state.record[Field::CarReg] = u"typed"_s;

@@ -19,8 +19,7 @@ protected:
         m_departure = QString::fromUtf16(departure);
     }
     FileError update(const QString& regNoText) {
-        return UpdateDayStatus(desk.state.dataPath(), desk.clock.today(), regNoText, m_arrival, m_departure,
-                               desk.state.lockQuestion);
+        return UpdateDayStatus(desk.state.files(), desk.clock.today(), regNoText, m_arrival, m_departure);
     }
     QByteArray today() const { return desk.folder.read(u"Status/240615.vdf"_s); }
 
@@ -41,7 +40,7 @@ TEST_F(DayStatusTest, arrivalAndDeparture_overwriteTheirColumnsInEveryLineOfTheB
     arrived.replace(990, 5, "09:41");
     EXPECT_EQ(today(), crLf({arrived, kBob, arrived}));
 
-    const SiteTimes times = readSiteTimes(desk.folder.dataPath(), QDate(2024, 6, 15), u"240605090000"_s);
+    const SiteTimes times = readSiteTimes(desk.state.files(), QDate(2024, 6, 15), u"240605090000"_s);
     EXPECT_TRUE(times.found);
     EXPECT_EQ(times.arrival, u"0941");
     EXPECT_EQ(times.departure, u"    ");
@@ -73,11 +72,11 @@ TEST_F(DayStatusTest, readTakesTheLastMatchingLine_andABookingWithoutALineLeaves
     later.replace(990, 10, "10:0516:45");
     const QByteArray before = crLf({kAnn, kBob, later});
     desk.folder.write(u"Status/240615.vdf"_s, before);
-    const SiteTimes times = readSiteTimes(desk.folder.dataPath(), QDate(2024, 6, 15), u"240605090000"_s);
+    const SiteTimes times = readSiteTimes(desk.state.files(), QDate(2024, 6, 15), u"240605090000"_s);
     EXPECT_EQ(times.arrival, u"1005");
     EXPECT_EQ(times.departure, u"1645");
-    EXPECT_FALSE(readSiteTimes(desk.folder.dataPath(), QDate(2024, 6, 15), u"240699999999"_s).found);
-    EXPECT_FALSE(readSiteTimes(desk.folder.dataPath(), QDate(2024, 6, 16), u"240605090000"_s).found);
+    EXPECT_FALSE(readSiteTimes(desk.state.files(), QDate(2024, 6, 15), u"240699999999"_s).found);
+    EXPECT_FALSE(readSiteTimes(desk.state.files(), QDate(2024, 6, 16), u"240605090000"_s).found);
 
     const QDateTime written = QFileInfo(desk.folder.path(u"Status/240615.vdf"_s)).lastModified();
     mark(u"10:00", u"  -  ");

@@ -31,7 +31,7 @@ class RecordStoreTest : public ::testing::Test {
 protected:
     RecordStoreTest()
         : desk(QDateTime(QDate(2026, 11, 14), QTime(10, 5, 7))) {
-        store.lockWait = std::chrono::milliseconds(50);
+        desk.state.dataFolder.lockWait = std::chrono::milliseconds(50);
     }
 
     void typeNewBooking() {
@@ -183,7 +183,7 @@ TEST_F(RecordStoreTest,
     desk.folder.write(u"Record/2403.vrf"_s, before);
     const QString monthPath = desk.folder.path(u"Record/2403.vrf"_s);
     FailingWritePath failing;
-    store.writePath = &failing;
+    desk.state.dataFolder.writePath = &failing;
 
     openBooking(kAnn);
     desk.state.record[Field::CarReg] = u"typed"_s;

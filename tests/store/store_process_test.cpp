@@ -44,7 +44,7 @@ struct ChildDesk {
 
     explicit ChildDesk(const QString& dataPath = qEnvironmentVariable(kDataVar)) {
         state.settings.DataPath = dataPath;
-        store.lockWait = std::chrono::milliseconds(30000);
+        state.dataFolder.lockWait = std::chrono::milliseconds(30000);
     }
     // Re-reads a booking the way a row click does.
     void open(const QString& regNo) {
@@ -361,7 +361,7 @@ TEST(StoreProcesses, lockOfAWriterKilledWhileHoldingIt_isTakenOverWithinTwoSecon
     ASSERT_TRUE(QFileInfo::exists(DataLock::lockPath(folder.dataPath()))) << "the killed writer's lock";
 
     ChildDesk desk(folder.dataPath());
-    desk.store.lockWait = std::chrono::milliseconds(3000);
+    desk.state.dataFolder.lockWait = std::chrono::milliseconds(3000);
     desk.open(kOwnRegNo);
     desk.state.record[Field::CarReg] = u"taken"_s;
     QElapsedTimer took;
