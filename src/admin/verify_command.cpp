@@ -29,18 +29,23 @@ QString escaped(const QString& text) {
 int runVerifyCommand(CommandContext& context) {
     if (!context.args.isEmpty())
         return usageError(QStringLiteral("verify takes no arguments"));
-    const QString dataPath = context.state.dataPath();
+    AppState& state = context.state;
+    const QString dataPath = state.dataPath();
     QTextStream out(stdout);
     QTextStream err(stderr);
-    if (!QFileInfo(dataPath).isDir()) {
+    if (state.usesDataFolder() && !QFileInfo(dataPath).isDir()) {
         err << "porvane-admin: no data folder " << escaped(QDir::toNativeSeparators(dataPath)) << '\n';
         return 1;
     }
+    // The data folder is checked file by file, its leftovers and strangers too; another store line by line.
     int files = 0;
-    const QList<DataDamage> damage = checkDataFolder(dataPath, &files);
-    for (const DataDamage& d : damage)
-        out << escaped(QDir::toNativeSeparators(QDir(dataPath).filePath(d.file))) << ':' << d.line << ": "
-            << escaped(d.what) << '\n';
+    const QList<DataDamage> damage =
+        state.usesDataFolder() ? checkDataFolder(dataPath, &files) : checkLineFiles(state.files(), &files);
+    for (const DataDamage& d : damage) {
+        const QString file =
+            state.usesDataFolder() ? QDir::toNativeSeparators(QDir(dataPath).filePath(d.file)) : d.file;
+        out << escaped(file) << ':' << d.line << ": " << escaped(d.what) << '\n';
+    }
     out.flush();
     err << "porvane-admin: " << files << (files == 1 ? " file" : " files") << " checked, " << damage.size()
         << (damage.size() == 1 ? " fault" : " faults") << '\n';

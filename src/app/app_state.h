@@ -67,6 +67,7 @@ public:
     LineFiles& files() { return m_otherFiles ? *m_otherFiles : dataFolder; }
     // Hands in the store to use from now on; null goes back to the data folder.
     void useFiles(std::unique_ptr<LineFiles> files) { m_otherFiles = std::move(files); }
+    bool usesDataFolder() const { return !m_otherFiles; }
 
 private:
     std::unique_ptr<LineFiles> m_otherFiles;

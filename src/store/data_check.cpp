@@ -11,6 +11,8 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include <array>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace porvane {
@@ -128,18 +130,74 @@ QStringList checkStoredLine(QByteArrayView bytes, const QString& fileStem, bool 
     return faults;
 }
 
+namespace {
+
+// The two kinds of data file: where they are kept, the names that are theirs (the key captured first).
+struct FileKind {
+    LineFileName::Kind kind;
+    QString folder;
+    QString suffix;
+    QRegularExpression name;
+    bool monthFile;
+};
+
+const std::array<FileKind, 2>& fileKinds() {
+    static const std::array<FileKind, 2> kinds{{
+        {LineFileName::Kind::Month, u"Record"_s, u".vrf"_s,
+         QRegularExpression(u"^(\\d{2}(0[1-9]|1[0-2]))\\.vrf$"_s), true},
+        {LineFileName::Kind::DayStatus, u"Status"_s, u".vdf"_s, QRegularExpression(u"^(\\d{6})\\.vdf$"_s),
+         false},
+    }};
+    return kinds;
+}
+
+// Checks each line of a file, its line end included; true when the file was read whole.
+bool checkFileLines(LineReader& reader, const QString& relative, const QString& fileStem, bool monthFile,
+                    QList<DataDamage>& damage) {
+    int number = 0;
+    QByteArrayView line;
+    for (qint64 at = reader.offset(); reader.next(line); at = reader.offset()) {
+        ++number;
+        QStringList faults;
+        const qint64 lineEnd = reader.offset() - at - line.size();
+        if (lineEnd == 0)
+            faults << tr("no line end: the file ends in the middle of this line");
+        else if (lineEnd == 1)
+            faults << (line.data()[line.size()] == '\n' ? tr("line ends in LF, not CR LF")
+                                                        : tr("line ends in CR, not CR LF"));
+        faults += checkStoredLine(line, fileStem, monthFile);
+        for (const QString& what : faults)
+            damage.append({relative, number, what});
+    }
+    if (reader.error())
+        damage.append({relative, 0, reader.error().text});
+    return !reader.error();
+}
+
+} // namespace
+
+QList<DataDamage> checkLineFiles(LineFiles& store, int* files) {
+    QList<DataDamage> damage;
+    int read = 0;
+    for (const FileKind& kind : fileKinds()) {
+        for (const QString& key : store.keys(kind.kind)) {
+            const QRegularExpressionMatch match = kind.name.match(key + kind.suffix);
+            if (!match.hasMatch())
+                continue;
+            const std::unique_ptr<LineReader> reader = store.read({kind.kind, key});
+            read += checkFileLines(*reader, kind.folder + u'/' + key + kind.suffix, match.captured(1),
+                                   kind.monthFile, damage);
+        }
+    }
+    if (files)
+        *files = read;
+    return damage;
+}
+
 QList<DataDamage> checkDataFolder(const QString& dataPath, int* files) {
     QList<DataDamage> damage;
     int read = 0;
-    const struct {
-        QString folder;
-        QRegularExpression name;
-        bool monthFile;
-    } kinds[] = {
-        {u"Record"_s, QRegularExpression(u"^(\\d{2}(0[1-9]|1[0-2]))\\.vrf$"_s), true},
-        {u"Status"_s, QRegularExpression(u"^(\\d{6})\\.vdf$"_s), false},
-    };
-    for (const auto& kind : kinds) {
+    for (const FileKind& kind : fileKinds()) {
         const QDir folder(QDir(dataPath).filePath(kind.folder));
         for (const QString& name : folder.entryList(QDir::Files | QDir::System, QDir::Name)) {
             const QString relative = kind.folder + u'/' + name;
@@ -151,25 +209,7 @@ QList<DataDamage> checkDataFolder(const QString& dataPath, int* files) {
             if (!match.hasMatch())
                 continue;
             LineReader reader(folder.filePath(name));
-            int number = 0;
-            QByteArrayView line;
-            for (qint64 at = reader.offset(); reader.next(line); at = reader.offset()) {
-                ++number;
-                QStringList faults;
-                const qint64 lineEnd = reader.offset() - at - line.size();
-                if (lineEnd == 0)
-                    faults << tr("no line end: the file ends in the middle of this line");
-                else if (lineEnd == 1)
-                    faults << (line.data()[line.size()] == '\n' ? tr("line ends in LF, not CR LF")
-                                                                : tr("line ends in CR, not CR LF"));
-                faults += checkStoredLine(line, match.captured(1), kind.monthFile);
-                for (const QString& what : faults)
-                    damage.append({relative, number, what});
-            }
-            if (reader.error())
-                damage.append({relative, 0, reader.error().text});
-            else
-                ++read;
+            read += checkFileLines(reader, relative, match.captured(1), kind.monthFile, damage);
         }
     }
     if (files)

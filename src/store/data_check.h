@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/line_files.h"
+
 #include <QByteArrayView>
 #include <QList>
 #include <QString>
@@ -25,5 +27,8 @@ QStringList checkStoredLine(QByteArrayView line, const QString& fileStem, bool m
 // tells how many files were read whole. A file that cannot be read (a link, a pipe, a line longer than any
 // booking) and a temporary file left by a desk stopped while it wrote are reported as damage at line 0.
 QList<DataDamage> checkDataFolder(const QString& dataPath, int* files = nullptr);
+// The same line checks over the month and day status files of a store that is not a folder: its files are
+// named as in the data folder ("Record/2403.vrf").
+QList<DataDamage> checkLineFiles(LineFiles& store, int* files = nullptr);
 
 } // namespace porvane

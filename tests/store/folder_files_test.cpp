@@ -1,3 +1,4 @@
+#include "store/data_check.h"
 #include "store/line_reader.h"
 #include "test_desk.h"
 
@@ -90,6 +91,30 @@ TEST_F(FolderFilesTest, change_readsItsOwnWrites_andMapsEachStepOntoTheFolderFil
     });
     EXPECT_EQ(missing.number, FileError::FileNotFound);
     EXPECT_EQ(lines(march), QList<QByteArray>({"two"}));
+}
+
+// The line checks of porvane-admin verify read a store's files through the seam exactly as they read the
+// folder's: the same faults, at the same places.
+TEST_F(FolderFilesTest, lineChecksThroughTheStore_findWhatTheFolderCheckFinds) {
+    const QByteArray sound = handBooking("240305090000", "Ada", "Quist", {{991, "09:05"}, {996, "  -  "}});
+    desk.folder.write(u"Record/2403.vrf"_s, sound + "\r\n" + sound.left(600) + "\n" +
+                                                handBooking("240405090000", "Apr", "Il") + "\r\n" +
+                                                sound.left(300));
+    desk.folder.write(u"Status/240305.vdf"_s, sound + "\r\n" + handLine({{1, "241305000000"}}) + "\r\n");
+    desk.folder.write(u"Record/notes.vrf"_s, "not a month\r\n");
+    int folderFiles = 0;
+    int storeFiles = 0;
+    const QList<DataDamage> inFolder = checkDataFolder(desk.folder.dataPath(), &folderFiles);
+    const QList<DataDamage> inStore = checkLineFiles(files, &storeFiles);
+    ASSERT_EQ(inFolder.size(), 6);
+    ASSERT_EQ(inStore.size(), inFolder.size());
+    for (qsizetype i = 0; i < inFolder.size(); ++i) {
+        EXPECT_EQ(inStore[i].file, inFolder[i].file) << i;
+        EXPECT_EQ(inStore[i].line, inFolder[i].line) << i;
+        EXPECT_EQ(inStore[i].what, inFolder[i].what) << i;
+    }
+    EXPECT_EQ(storeFiles, 2);
+    EXPECT_EQ(folderFiles, 2);
 }
 
 } // namespace
