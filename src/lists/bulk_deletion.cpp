@@ -3,7 +3,6 @@
 #include "lists/date_selection.h"
 #include "store/digits.h"
 #include "store/line_reader.h"
-#include "store/safe_file.h"
 #include "store/windows1252.h"
 
 #include <algorithm>

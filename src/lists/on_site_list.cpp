@@ -3,7 +3,6 @@
 #include "lists/line_cache.h"
 #include "store/digits.h"
 #include "store/line_reader.h"
-#include "store/safe_file.h"
 
 #include <QHash>
 #include <QtGlobal>
