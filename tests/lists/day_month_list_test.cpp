@@ -11,9 +11,13 @@ namespace {
 
 using DayListTest = ListsFixture;
 using MonthListTest = ListsFixture;
+using DayList = OverStores<ListsFixture>;
+using MonthList = OverStores<ListsFixture>;
+PORVANE_OVER_STORES(DayList);
+PORVANE_OVER_STORES(MonthList);
 
 // Slot of day d: column 1060 + (d - 1) * 4.
-TEST_F(DayListTest, listsBookedTimeOrCoveringPass_inFileOrder_withTheCellsAsStored) {
+TEST_P(DayList, listsBookedTimeOrCoveringPass_inFileOrder_withTheCellsAsStored) {
     writeLines(
         u"Record/2406.vrf"_s,
         {handBooking("240601090000", "  Ann", "Lee",
@@ -55,7 +59,7 @@ TEST_F(DayListTest, listsBookedTimeOrCoveringPass_inFileOrder_withTheCellsAsStor
 
 // A pass is listed on every day of its range, ends included, but only from its own month's file; a booked
 // time only on its own day, the 31st included.
-TEST_F(DayListTest, passRangesAndBookedDaysAtTheirEdges) {
+TEST_P(DayList, passRangesAndBookedDaysAtTheirEdges) {
     const QByteArray pass =
         handLine({{1, "240201120000"}, {14, "Leap"}, {936, "28-02-2024"}, {947, "02-03-2024"}});
     writeLines(u"Record/2402.vrf"_s, {pass});
@@ -82,7 +86,7 @@ TEST_F(DayListTest, passRangesAndBookedDaysAtTheirEdges) {
 // The lines of the first two megabytes of rows are kept as they were read; the later ones are read again when
 // the row is shown: lines close together in one read (at most a block), lines far apart each on their own.
 // Every row shows its own line whole, in whatever order the grid asks for them.
-TEST_F(DayListTest, rowsCloseTogetherAndFarApartEachShowTheirOwnLine) {
+TEST_P(DayList, rowsCloseTogetherAndFarApartEachShowTheirOwnLine) {
     QByteArray bytes;
     QStringList listed;
     for (int i = 0; i < 3000; ++i) {
@@ -96,7 +100,7 @@ TEST_F(DayListTest, rowsCloseTogetherAndFarApartEachShowTheirOwnLine) {
         if (booked)
             listed.append(QString::fromLatin1(regNo));
     }
-    desk.folder.write(u"Record/2406.vrf"_s, bytes);
+    put(u"Record/2406.vrf"_s, bytes);
     select(15, "JUNE", "2024");
     ASSERT_EQ(lists.selectDayRecord(dates), GridLists::Outcome::Listed);
     EXPECT_EQ(column(0), listed);
@@ -137,7 +141,7 @@ TEST_F(DayListTest, missingFileNoMatchNoDayAndUnreadableFile) {
     EXPECT_EQ(desk.state.mainTitle, u"Tarnwell Solutions Porvane 90  [ Error: 2185 in Select Day Record ]");
 }
 
-TEST_F(MonthListTest, oneRowPerBookedDay_colouredAgainstTodayNotTheSelectedDay) {
+TEST_P(MonthList, oneRowPerBookedDay_colouredAgainstTodayNotTheSelectedDay) {
     writeLines(u"Record/2406.vrf"_s,
                {handBooking("240601090000", "Ann", "Lee",
                             {{slot(3), "0800"}, {slot(15), "0930"}, {slot(17), "1415"}}),

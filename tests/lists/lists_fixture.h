@@ -2,6 +2,7 @@
 
 #include "lists/grid_lists.h"
 #include "test_desk.h"
+#include "test_stores.h"
 
 #include <QDateTime>
 #include <gtest/gtest.h>
@@ -14,12 +15,12 @@ struct ListsFixture : ::testing::Test {
     GridLists lists{desk.state};
     DateSelection dates{2024};
 
-    // Month files are CR LF lines.
+    // Month and day status files are CR LF lines, laid out in the desk's store.
     void writeLines(const QString& relative, std::initializer_list<QByteArray> lines) {
         QByteArray bytes;
         for (const QByteArray& l : lines)
             bytes += l + "\r\n";
-        desk.folder.write(relative, bytes);
+        putStoredFile(desk.state.files(), relative, bytes);
     }
     void select(int day, const char* month, const char* year) {
         dates.setDayText(day == 0 ? DateSelection::noDay() : QString::number(day));

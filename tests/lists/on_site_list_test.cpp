@@ -12,11 +12,11 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // Today is 15 June 2024: today's slot is at column 1060 + 14 * 4 = 1116; marks at 991 and 996.
-struct OnSiteTest : ListsFixture {
+struct OnSiteFixture : ListsFixture {
     const QString statusFile = u"Status/240615.vdf"_s;
 
-    QList<QByteArray> statusLines() const {
-        QList<QByteArray> lines = desk.folder.read(statusFile).split('\n');
+    QList<QByteArray> statusLines() {
+        QList<QByteArray> lines = storedFile(desk.state.files(), statusFile).split('\n');
         if (!lines.isEmpty() && lines.last().isEmpty())
             lines.removeLast();
         return lines;
@@ -28,19 +28,23 @@ struct OnSiteTest : ListsFixture {
         return ::stat(QFile::encodeName(desk.folder.path(statusFile)).constData(), &st) == 0 ? st.st_ino : 0;
     }
 };
+using OnSiteTest = OnSiteFixture;
+using OnSite = OverStores<OnSiteFixture>;
+PORVANE_OVER_STORES(OnSite);
 
 // Nobody due gives an empty file and an empty list, without a message; then the rebuild reads thirteen
 // months.
-TEST_F(OnSiteTest, rebuildTakesTodaysTimesAndCoveringPassesFromThirteenMonths) {
+TEST_P(OnSite, rebuildTakesTodaysTimesAndCoveringPassesFromThirteenMonths) {
     writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000002"}, {14, "Tomorrow"}, {slot(16), "1000"}})});
     EXPECT_EQ(lists.showDayStatus(), GridLists::Outcome::Listed);
-    EXPECT_TRUE(desk.folder.exists(statusFile));
-    EXPECT_TRUE(desk.folder.read(statusFile).isEmpty());
+    EXPECT_TRUE(files().exists(lineFileNameOf(statusFile)));
+    EXPECT_TRUE(stored(statusFile).isEmpty());
     EXPECT_EQ(desk.state.ListedCount, 0);
     EXPECT_EQ(lists.table().gridRowCount(), 50);
 
     // Without a status file, everyone due starts with "  -  " marks.
-    ASSERT_TRUE(QFile::remove(desk.folder.path(statusFile)));
+    ASSERT_FALSE(
+        files().change([&](LineFileChanges& c) { return c.removeAll({lineFileNameOf(statusFile)}); }));
     writeLines(u"Record/2406.vrf"_s, {handLine({{1, "240601000001"}, {14, "Today"}, {slot(15), "1000"}}),
                                       handLine({{1, "240601000002"}, {14, "Tomorrow"}, {slot(16), "1000"}})});
     // A pass recorded three months ago that runs until next week; its slot for "the 15th" is March's.
@@ -121,7 +125,7 @@ TEST_F(OnSiteTest, marksSurviveEveryRebuildByRegNo_twinsEachKeepTheirs) {
     EXPECT_EQ(marks(lines[1]), QByteArray(10, ' '));
 }
 
-TEST_F(OnSiteTest, arrivalAndDepartureColours) {
+TEST_P(OnSite, arrivalAndDepartureColours) {
     writeLines(
         u"Status/240615.vdf"_s,
         {handLine({{1, "240601000001"}, {991, "09:05"}, {996, "  -  "}}),   // on site

@@ -7,7 +7,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-struct SearchTest : ListsFixture {
+struct SearchFixture : ListsFixture {
     // In the month of the date boxes.
     GridLists::Outcome search(const char* kind, const QString& text) {
         return lists.startSearch({GridLists::monthOfBoxes(dates), QString::fromLatin1(kind), text});
@@ -17,10 +17,12 @@ struct SearchTest : ListsFixture {
         return lists.startSearch({SearchMonths::between(from, to), QString::fromLatin1(kind), text});
     }
 };
+using SearchTest = OverStores<SearchFixture>;
+PORVANE_OVER_STORES(SearchTest);
 
 // Each line carries "qz" plus its own word in exactly one kind's columns; most of them columns the grid does
 // not show. The e-mail is found by ANY TEXT only.
-TEST_F(SearchTest, eachKindSearchesItsOwnColumns) {
+TEST_P(SearchTest, eachKindSearchesItsOwnColumns) {
     const std::tuple<const char*, int, const char*> kinds[] = {{"ANY TEXT", 80, "qzmail@x.org"},
                                                                {"ORGANISATION", 715, "qzorg@firm.com"},
                                                                {"HOME ADDRESS", 180, "QZTOWN"},
@@ -36,7 +38,7 @@ TEST_F(SearchTest, eachKindSearchesItsOwnColumns) {
         const QByteArray regNo = QByteArray::number(240601000001LL + i);
         bytes += handLine({{1, regNo.constData()}, {std::get<1>(kinds[i]), std::get<2>(kinds[i])}}) + "\r\n";
     }
-    desk.folder.write(u"Record/2406.vrf"_s, bytes);
+    put(u"Record/2406.vrf"_s, bytes);
     select(15, "JUNE", "2024");
     for (int i = 1; i < 10; ++i) {
         const char* kind = std::get<0>(kinds[i]);
@@ -53,7 +55,7 @@ TEST_F(SearchTest, eachKindSearchesItsOwnColumns) {
     EXPECT_TRUE(desk.prompter.messages().isEmpty());
 }
 
-TEST_F(SearchTest, nameFoldsBlanksAndMatchesPartsOfWordsInAnyCase) {
+TEST_P(SearchTest, nameFoldsBlanksAndMatchesPartsOfWordsInAnyCase) {
     writeLines(u"Record/2406.vrf"_s,
                {handLine({{1, "240601000001"}, {14, "John"}, {31, "SMITH"}, {1072, "0815"}, {1100, "1200"}}),
                 handLine({{1, "240601000002"}, {14, "Ann"}, {31, "Smithson"}}),
@@ -80,7 +82,7 @@ TEST_F(SearchTest, nameFoldsBlanksAndMatchesPartsOfWordsInAnyCase) {
 // The search steps over bytes it need not look at; it must still find a text that starts inside a near-miss,
 // that fills the searched columns exactly, or that ends on their last column, and never one cut by their end.
 // Pattern characters are plain text.
-TEST_F(SearchTest, findsTextsAtEveryPlaceInTheSearchedColumns) {
+TEST_P(SearchTest, findsTextsAtEveryPlaceInTheSearchedColumns) {
     writeLines(u"Record/2406.vrf"_s,
                {handLine({{1, "240601000001"}, {69, "aaab"}}),       // after a near-miss "aa"
                 handLine({{1, "240601000002"}, {69, "AAB"}}),        // at the first column
@@ -107,7 +109,7 @@ TEST_F(SearchTest, findsTextsAtEveryPlaceInTheSearchedColumns) {
 // Sixteen places are tried at once: a text is found wherever it starts in the line, on either side of those
 // steps and on the line's last columns, with a letter outside ASCII in either case; never where it is one
 // character short, nor past the end of a short line.
-TEST_F(SearchTest, anyTextFindsATextWhereverItStartsInTheLine) {
+TEST_P(SearchTest, anyTextFindsATextWhereverItStartsInTheLine) {
     QByteArray bytes;
     QStringList expected;
     for (int column = 14; column <= 1186 - 2; ++column) {
@@ -117,7 +119,7 @@ TEST_F(SearchTest, anyTextFindsATextWhereverItStartsInTheLine) {
     }
     bytes += handLine({{1, "240602000001"}, {20, "q\xC9y q\xC9 \xC9z qe\xC9z"}, {1184, "q\xC9"}}) + "\r\n";
     bytes += handLine({{1, "240602000002"}, {40, "q\xC9z"}}, 41) + "\r\n";
-    desk.folder.write(u"Record/2406.vrf"_s, bytes);
+    put(u"Record/2406.vrf"_s, bytes);
     select(15, "JUNE", "2024");
     EXPECT_EQ(search("ANY TEXT", u"q\u00E9Z"_s), GridLists::Outcome::Listed);
     EXPECT_EQ(column(0), expected);
@@ -125,13 +127,13 @@ TEST_F(SearchTest, anyTextFindsATextWhereverItStartsInTheLine) {
     // A text of any length on the line's last columns.
     for (int length = 1; length <= 20; ++length) {
         const QByteArray text = QByteArray("QZXYWVUTSRPONMLKJIHG").left(length);
-        desk.folder.write(u"Record/2406.vrf"_s,
-                          handLine({{1, "240603000001"}, {1186 - length + 1, text.constData()}}) + "\r\n");
+        put(u"Record/2406.vrf"_s,
+            handLine({{1, "240603000001"}, {1186 - length + 1, text.constData()}}) + "\r\n");
         EXPECT_EQ(search("ANY TEXT", QString::fromLatin1(text)), GridLists::Outcome::Listed) << length;
     }
 }
 
-TEST_F(SearchTest, refusalsAndTheThreeMessages) {
+TEST_P(SearchTest, refusalsAndTheThreeMessages) {
     select(15, "JUNE", "2024");
     EXPECT_EQ(search("NAME", u"   "_s), GridLists::Outcome::Refused);
     EXPECT_EQ(desk.prompter.last().text, u"Can't Search!  Nothing Entered in FIND Box to look for ");
@@ -153,7 +155,7 @@ TEST_F(SearchTest, refusalsAndTheThreeMessages) {
 
 // March, May and June have files, April none: the months are read in order whichever is named first, a month
 // without a file is passed over, and each row shows its month beside its number.
-TEST_F(SearchTest, severalMonthsAreReadInTurnAndEachRowShowsItsMonth) {
+TEST_P(SearchTest, severalMonthsAreReadInTurnAndEachRowShowsItsMonth) {
     writeLines(u"Record/2403.vrf"_s,
                {handLine({{1, "240301000001"}, {14, "Jo"}, {31, "Smith"}, {1076, "0900"}})});
     writeLines(u"Record/2405.vrf"_s, {handLine({{1, "240501000001"}, {14, "Bo"}, {31, "Brown"}}),
@@ -186,7 +188,10 @@ TEST_F(SearchTest, severalMonthsAreReadInTurnAndEachRowShowsItsMonth) {
               GridLists::Outcome::Message);
     EXPECT_EQ(desk.prompter.last().title, u"Porvane 90 6725") << "no month of the range has a file";
 
-    // A damaged month stops the search with its message; the rows found before it stay listed.
+    // A damaged month stops the search with its message; the rows found before it stay listed. Only a file
+    // can hold a line that long.
+    if (GetParam() != StoreKind::DataFolder)
+        return;
     desk.folder.write(u"Record/2404.vrf"_s, QByteArray(70000, 'x') + "\r\n");
     EXPECT_EQ(searchMonths(QDate(2024, 3, 1), QDate(2024, 6, 1), "NAME", u"smith"_s),
               GridLists::Outcome::Message);
