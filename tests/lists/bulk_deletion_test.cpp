@@ -24,16 +24,16 @@ const QByteArray kBob = handBooking("240302090000", "Bob", "Ray", {{slot(20), "1
 const QByteArray kCy = handBooking("240303090000", "Cy", "Day", {{slot(5), "1430"}});
 const QByteArray kDee = handBooking("240304090000", "Dee", "Ng", {}, 900);
 
-struct BulkDeletionTest : ListsFixture {
+struct BulkDeletionFixture : ListsFixture {
     BulkDeletion bulk{desk.state};
     const QString photo = u"photo/2403/240301090000_Ann_Lee.bmp"_s;
     const QString status = u"Status/240305.vdf"_s;
 
-    BulkDeletionTest() {
+    BulkDeletionFixture() {
         desk.state.dataFolder.lockWait = std::chrono::milliseconds(100);
         desk.folder.write(photo, "BM");
-        desk.folder.write(status, "status\r\n");
     }
+    void SetUp() override { putStoredFile(desk.state.files(), status, "status\r\n"); }
     // Runs the selection; `answers` go to the questions it asks.
     BulkDeletion::Outcome run(const char* day, const char* month, const char* year,
                               std::initializer_list<Answer> answers = {Answer::Yes},
@@ -46,14 +46,17 @@ struct BulkDeletionTest : ListsFixture {
         lastDay = selection.day;
         return outcome;
     }
-    QByteArray march() const { return desk.folder.read(u"Record/2403.vrf"_s); }
+    QByteArray march() { return storedFile(desk.state.files(), u"Record/2403.vrf"_s); }
     // No scope touches photos or day status files.
-    void expectPhotoAndStatusKept() const {
+    void expectPhotoAndStatusKept() {
         EXPECT_EQ(desk.folder.read(photo), "BM");
-        EXPECT_EQ(desk.folder.read(status), "status\r\n");
+        EXPECT_EQ(storedFile(desk.state.files(), status), "status\r\n");
     }
     QString lastDay;
 };
+using BulkDeletionTest = BulkDeletionFixture;
+using BulkDeletionEachStore = OverStores<BulkDeletionFixture>;
+PORVANE_OVER_STORES(BulkDeletionEachStore);
 
 // Nothing to delete: no question, the title says so, and no file is rewritten or removed.
 TEST_F(BulkDeletionTest, nothingMatched_asksNothingAndRewritesNothing) {
@@ -74,23 +77,24 @@ TEST_F(BulkDeletionTest, nothingMatched_asksNothingAndRewritesNothing) {
     EXPECT_TRUE(desk.folder.exists(u"Record/2404.vrf"_s));
 }
 
-TEST_F(BulkDeletionTest, wholeYear_removesThatYearsMonthFilesOnly) {
+TEST_P(BulkDeletionEachStore, wholeYear_removesThatYearsMonthFilesOnly) {
     for (const char* name : {"Record/2401.vrf", "Record/2412.vrf", "Record/2501.vrf", "Record/1412.vrf"})
-        desk.folder.write(QString::fromLatin1(name), crLf({kAnn}));
+        put(QString::fromLatin1(name), crLf({kAnn}));
     const BulkDeletion::Outcome outcome = run("12", "All Months", "2024");
     EXPECT_EQ(outcome.count, 2);
     EXPECT_EQ(desk.prompter.last().text, u"This will DELETE ALL BOOKINGS for the Entire YEAR of 2024.\r\n"
                                          u"That removes 2 bookings.\r\nDo you wish to proceed?");
     EXPECT_EQ(outcome.resultText, u"All Bookings for the year 2024 Deleted");
-    EXPECT_EQ(folderEntries(desk.folder.path(u"Record"_s)), (QStringList{u"1412.vrf"_s, u"2501.vrf"_s}));
+    EXPECT_EQ(storedFiles(files()).keys(),
+              (QStringList{u"Record/1412.vrf"_s, u"Record/2501.vrf"_s, u"Status/240305.vdf"_s}));
     expectPhotoAndStatusKept();
 }
 
-TEST_F(BulkDeletionTest, findText_matchesTheKindsColumnsOnly) {
+TEST_P(BulkDeletionEachStore, findText_matchesTheKindsColumnsOnly) {
     const QByteArray org = handLine({{1, "240310090000"}, {550, "A.B*C [Ltd]"}});
     const QByteArray elsewhere = handLine({{1, "240312090000"}, {147, "a.b* street"}}); // home address
     const QByteArray host = handLine({{1, "240313090000"}, {758, "Dr A.B* Host"}});     // person visited
-    desk.folder.write(u"Record/2403.vrf"_s, crLf({org, elsewhere, host}));
+    put(u"Record/2403.vrf"_s, crLf({org, elsewhere, host}));
 
     BulkDeletion::Outcome outcome =
         run("All Days", "MARCH", "2024", {Answer::Yes}, "ORGANISATION", u" a.b*"_s);
@@ -177,9 +181,9 @@ TEST_F(BulkDeletionTest, removeAllOrNone_putsBackWhatItMovedWhenOneFileCannotGo)
     EXPECT_EQ(desk.folder.read(u"Record/2401.vrf"_s), "a");
 }
 
-TEST_F(BulkDeletionTest, dateBoxes_areCheckedWithTheDesksMessagesBeforeAnyQuestion) {
+TEST_P(BulkDeletionEachStore, dateBoxes_areCheckedWithTheDesksMessagesBeforeAnyQuestion) {
     const QByteArray april = crLf({handLine({{1, "240401090000"}, {slot(30), "0900"}})});
-    desk.folder.write(u"Record/2404.vrf"_s, april);
+    put(u"Record/2404.vrf"_s, april);
     EXPECT_EQ(run("31", "APRIL", "2024", {Answer::Ok, Answer::No}).status, Status::Declined);
     EXPECT_EQ(lastDay, u"30") << "a day past the month's end is corrected, not refused";
     EXPECT_EQ(
@@ -199,7 +203,7 @@ TEST_F(BulkDeletionTest, dateBoxes_areCheckedWithTheDesksMessagesBeforeAnyQuesti
         EXPECT_EQ(run(day, month, year, {}).status, Status::Refused) << day << month << year;
         EXPECT_EQ(desk.prompter.texts(), QStringList{QString::fromLatin1(message)}) << day << month << year;
     }
-    EXPECT_EQ(desk.folder.read(u"Record/2404.vrf"_s), april);
+    EXPECT_EQ(stored(u"Record/2404.vrf"_s), april);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "store/record_line.h"
 #include "store/record_store.h"
 #include "store_fixture.h"
+#include "test_stores.h"
 
 #include <QElapsedTimer>
 #include <gtest/gtest.h>
@@ -27,9 +28,8 @@ const QByteArray kAnn = handBooking("240305090000", "Ann", "Lee",
 const QByteArray kBob = handBooking("240305100000", "Bob", "Ray", {{550, "Ray & Sons"}});
 const QByteArray kAnnTwin = handBooking("240305090000", "Annie", "Lee");
 
-class RecordStoreTest : public ::testing::Test {
-protected:
-    RecordStoreTest()
+struct RecordStoreFixture : ::testing::Test {
+    RecordStoreFixture()
         : desk(QDateTime(QDate(2026, 11, 14), QTime(10, 5, 7))) {
         desk.state.dataFolder.lockWait = std::chrono::milliseconds(50);
     }
@@ -47,11 +47,15 @@ protected:
         decodeRecordLine(RecordLine(line), desk.state.record);
         desk.state.record.MarkRecordSaved();
     }
-    QByteArray month() const { return desk.folder.read(u"Record/2403.vrf"_s); }
+    QByteArray month() { return storedFile(desk.state.files(), u"Record/2403.vrf"_s); }
+    bool monthExists() { return desk.state.files().exists(LineFileName::month(u"2403"_s)); }
 
     TestDesk desk;
     RecordStore store = recordStoreOf(desk.state);
 };
+using RecordStoreTest = RecordStoreFixture;
+using RecordStoreEachStore = OverStores<RecordStoreFixture>;
+PORVANE_OVER_STORES(RecordStoreEachStore);
 
 // The month ends in a torn line, as a killed writer of another tool may leave it: the line is ended first.
 TEST_F(RecordStoreTest, saveNew_makesRegNoFromClockAndBookingMonth_andAppendsOneCrLfLineAfterATornOne) {
@@ -70,7 +74,7 @@ TEST_F(RecordStoreTest, saveNew_makesRegNoFromClockAndBookingMonth_andAppendsOne
     EXPECT_TRUE(desk.prompter.messages().isEmpty()) << "the store never talks to the operator";
 }
 
-TEST_F(RecordStoreTest, saveNewAndUpdate_refuseWithTheStoreMessagesInOrder_andWriteNothing) {
+TEST_P(RecordStoreEachStore, saveNewAndUpdate_refuseWithTheStoreMessagesInOrder_andWriteNothing) {
     struct Case {
         const char16_t* first;
         const char16_t* last;
@@ -98,10 +102,10 @@ TEST_F(RecordStoreTest, saveNewAndUpdate_refuseWithTheStoreMessagesInOrder_andWr
         EXPECT_EQ(result.status, StoreResult::Status::Refused);
         EXPECT_EQ(result.error.text, QString::fromUtf16(c.message));
     }
-    EXPECT_FALSE(desk.folder.exists(u"Record/2403.vrf"_s));
+    EXPECT_FALSE(monthExists());
 
     // An update checks the names only, and refuses the same way.
-    desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn}));
+    put(u"Record/2403.vrf"_s, crLf({kAnn}));
     openBooking(kAnn);
     desk.state.record[Field::LastName] = u"  "_s;
     const StoreResult update = store.UpdateRecord(desk.state.record, u"2403"_s, u"240305090000"_s);
@@ -137,8 +141,8 @@ TEST_F(RecordStoreTest,
 }
 
 // A pass print or revocation stores the pass and nothing else: fields typed but not saved stay unstored.
-TEST_F(RecordStoreTest, updatePass_writesOnlyThePassColumnsOfEveryLineOfTheIdentifier) {
-    desk.folder.write(u"Record/2403.vrf"_s, crLf({kBob, kAnn, kAnnTwin.left(500)}));
+TEST_P(RecordStoreEachStore, updatePass_writesOnlyThePassColumnsOfEveryLineOfTheIdentifier) {
+    put(u"Record/2403.vrf"_s, crLf({kBob, kAnn, kAnnTwin.left(500)}));
     openBooking(kAnn);
     desk.state.record[Field::FirstName] = u"Renamed"_s;
     for (Field f : {Field::PassStart, Field::PassEnd, Field::PassPeriod, Field::PassIssued})
@@ -153,8 +157,8 @@ TEST_F(RecordStoreTest, updatePass_writesOnlyThePassColumnsOfEveryLineOfTheIdent
     EXPECT_EQ(lines[0], kBob + '\r');
 }
 
-TEST_F(RecordStoreTest, delete_removesEveryLineOfTheIdentifierAndItsPhotos) {
-    desk.folder.write(u"Record/2403.vrf"_s, crLf({kAnn, kBob, kAnnTwin}));
+TEST_P(RecordStoreEachStore, delete_removesEveryLineOfTheIdentifierAndItsPhotos) {
+    put(u"Record/2403.vrf"_s, crLf({kAnn, kBob, kAnnTwin}));
     desk.folder.write(u"photo/2403/240305090000_Ann_Lee.bmp"_s, "BM");
     desk.folder.write(u"photo/2403/240305090000_Annie_Lee.bmp"_s, "BM"); // taken under an earlier name
     desk.folder.write(u"photo/2403/240305100000_Bob_Ray.bmp"_s, "BM");
@@ -165,14 +169,14 @@ TEST_F(RecordStoreTest, delete_removesEveryLineOfTheIdentifierAndItsPhotos) {
     EXPECT_EQ(folderEntries(desk.folder.path(u"photo/2403"_s)), QStringList{u"240305100000_Bob_Ray.bmp"_s});
 }
 
-TEST_F(RecordStoreTest, missingMonth_reportsFileNotFound_andMakesNoFile) {
+TEST_P(RecordStoreEachStore, missingMonth_reportsFileNotFound_andMakesNoFile) {
     openBooking(kAnn);
     desk.state.record[Field::CarReg] = u"typed"_s;
     const StoreResult result = store.UpdateRecord(desk.state.record, u"2403"_s, u"240305090000"_s);
     EXPECT_EQ(result.status, StoreResult::Status::FileFailed);
     EXPECT_EQ(result.error.number, 53);
     EXPECT_EQ(store.DeleteBooking(u"2403"_s, u"240305090000"_s, u"Ann"_s, u"Lee"_s).error.number, 53);
-    EXPECT_FALSE(desk.folder.exists(u"Record/2403.vrf"_s));
+    EXPECT_FALSE(monthExists());
 
     // A data folder that is gone is the desk flow's (dataFolderRemovedOrUnreadable...).
 }

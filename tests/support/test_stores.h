@@ -7,6 +7,7 @@
 #include <QString>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
 #include <string>
 
 namespace porvane::test {
@@ -16,6 +17,9 @@ enum class StoreKind { DataFolder, Server };
 
 // "DataFolder" or "Server": the store's part of a test's name.
 std::string storeKindName(const ::testing::TestParamInfo<StoreKind>& info);
+inline void PrintTo(StoreKind kind, std::ostream* out) {
+    *out << storeKindName({kind, 0});
+}
 
 // A server store for one test, over an empty database of its own; null with why set when none can be made
 // on this machine.
@@ -33,15 +37,16 @@ QMap<QString, QByteArray> storedFiles(LineFiles& files);
 // Runs the body of a test of Fixture (which holds a TestDesk `desk`) over each store: the desk's data
 // folder, then a server store, which is skipped where none can be made.
 template <typename Fixture> struct OverStores : Fixture, ::testing::WithParamInterface<StoreKind> {
+    // The store is chosen before the fixture lays out its files.
     void SetUp() override {
+        if (GetParam() == StoreKind::Server) {
+            QString why;
+            std::unique_ptr<LineFiles> server = makeServerStore(why);
+            if (!server)
+                GTEST_SKIP() << why.toStdString();
+            this->desk.state.useFiles(std::move(server));
+        }
         Fixture::SetUp();
-        if (GetParam() != StoreKind::Server)
-            return;
-        QString why;
-        std::unique_ptr<LineFiles> server = makeServerStore(why);
-        if (!server)
-            GTEST_SKIP() << why.toStdString();
-        this->desk.state.useFiles(std::move(server));
     }
     LineFiles& files() { return this->desk.state.files(); }
     void put(const QString& relative, const QByteArray& bytes) { putStoredFile(files(), relative, bytes); }
