@@ -75,10 +75,16 @@ private:
 
 // The record store over the desk's store (as it is at each change), data folder (for photos) and clock.
 inline RecordStore recordStoreOf(AppState& state) {
-    return {[&state]() -> LineFiles& { return state.files(); }, [&state] { return state.dataPath(); },
-            [&state] {
-                return state.clock.now();
-            }};
+    const auto files = [&state]() -> LineFiles& {
+        return state.files();
+    };
+    const auto dataPath = [&state] {
+        return state.dataPath();
+    };
+    const auto now = [&state] {
+        return state.clock.now();
+    };
+    return {files, dataPath, now};
 }
 
 } // namespace porvane
