@@ -90,30 +90,11 @@ ListCell rangeCell(const RecordLine& line, quint16 note, int column, std::array<
 
 constexpr ListLayout kRangeSearchLayout{kRangeSearchColumns, 0xE0FFFF, rangeCell};
 
-// Windows-1252 is single-byte: upper-case letters (ASCII, Latin-1 and the four in 0x80..0x9F) fold to
-// their lower-case partners, so the find text is converted once and lines are compared byte by byte.
-constexpr std::array<unsigned char, 256> makeFold() {
-    std::array<unsigned char, 256> fold{};
-    for (int b = 0; b < 256; ++b)
-        fold[std::size_t(b)] = static_cast<unsigned char>(b);
-    for (int b = 'A'; b <= 'Z'; ++b)
-        fold[std::size_t(b)] = static_cast<unsigned char>(b + 0x20);
-    for (int b = 0xC0; b <= 0xDE; ++b)
-        if (b != 0xD7)
-            fold[std::size_t(b)] = static_cast<unsigned char>(b + 0x20);
-    fold[0x8A] = 0x9A; // Š š
-    fold[0x8C] = 0x9C; // Œ œ
-    fold[0x8E] = 0x9E; // Ž ž
-    fold[0x9F] = 0xFF; // Ÿ ÿ
-    return fold;
-}
-constexpr std::array<unsigned char, 256> kFold = makeFold();
-
 // Both bytes that fold to a folded byte: itself, and its other case where it has one.
 std::array<unsigned char, 2> casesOf(unsigned char folded) {
     std::array<unsigned char, 2> cases{folded, folded};
     for (int b = 0; b < 256; ++b)
-        if (kFold[std::size_t(b)] == folded && b != folded)
+        if (kWindows1252Fold[std::size_t(b)] == folded && b != folded)
             cases[1] = static_cast<unsigned char>(b);
     return cases;
 }
@@ -138,7 +119,7 @@ Bytes16 load16(const unsigned char* at) {
 FoldedFinder::FoldedFinder(const QString& text)
     : m_needle(toWindows1252(text)) {
     for (char& c : m_needle)
-        c = char(kFold[static_cast<unsigned char>(c)]);
+        c = char(kWindows1252Fold[static_cast<unsigned char>(c)]);
     if (m_needle.isEmpty())
         return;
     m_first = casesOf(static_cast<unsigned char>(m_needle.front()));
@@ -148,7 +129,7 @@ FoldedFinder::FoldedFinder(const QString& text)
 bool FoldedFinder::matchesAt(const unsigned char* at) const {
     const auto* k = reinterpret_cast<const unsigned char*>(m_needle.constData());
     for (qsizetype j = 0; j < m_needle.size(); ++j)
-        if (kFold[at[j]] != k[j])
+        if (kWindows1252Fold[at[j]] != k[j])
             return false;
     return true;
 }

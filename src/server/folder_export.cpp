@@ -2,6 +2,7 @@
 
 #include "server/server_schema.h"
 #include "server/stored_line.h"
+#include "server/stored_rows.h"
 #include "server/stored_tables.h"
 #include "store/safe_file.h"
 
@@ -20,15 +21,8 @@ QString tr(const char* text) {
 }
 
 QString selectLines(const StoredTable& table) {
-    QStringList columns;
-    for (const FieldSpec& def : kRecordFields)
-        columns << QLatin1StringView(def.name);
-    // The array comes back as one text in the server's array syntax; its slots one by one need no parsing.
-    for (int day = 1; day <= kBookedSlotCount; ++day)
-        columns << QStringLiteral("%1[%2]").arg(QLatin1StringView(kBookedTimesColumnName)).arg(day);
     return QStringLiteral("SELECT %1, %2 FROM %3 ORDER BY %1, seq")
-        .arg(QLatin1StringView(table.keyColumn), columns.join(QStringLiteral(", ")),
-             QLatin1StringView(table.table));
+        .arg(QLatin1StringView(table.keyColumn), storedLineSelectList(), QLatin1StringView(table.table));
 }
 
 // The first month or day status file the folder holds, empty when none.
@@ -79,11 +73,7 @@ bool exportTable(ServerConnection& server, const StoredTable& table, const QStri
             key = rowKey;
             bytes.clear();
         }
-        int column = 1;
-        for (QString& value : stored.fields)
-            value = query.value(column++).toString();
-        for (QString& slot : stored.bookedSlots)
-            slot = query.value(column++).toString();
+        readStoredLine(query, 1, stored);
         bytes += joinStoredLine(stored);
         bytes += kLineEnd;
         ++result.lines;

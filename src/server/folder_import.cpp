@@ -2,6 +2,7 @@
 
 #include "server/server_schema.h"
 #include "server/stored_line.h"
+#include "server/stored_rows.h"
 #include "server/stored_tables.h"
 #include "store/line_reader.h"
 
@@ -11,61 +12,6 @@
 namespace porvane {
 
 namespace {
-
-// Rows per INSERT: few round trips, statements of a few hundred kilobytes.
-constexpr int kRowsPerStatement = 250;
-
-// The slots as one array literal, each element quoted: the server reads it far faster than 31 expressions.
-QString arrayLiteral(const std::array<QString, kBookedSlotCount>& times) {
-    QString literal = QStringLiteral("{");
-    for (const QString& time : times) {
-        if (literal.size() > 1)
-            literal += u',';
-        literal += u'"';
-        for (const QChar c : time) {
-            if (c == u'"' || c == u'\\')
-                literal += u'\\';
-            literal += c;
-        }
-        literal += u'"';
-    }
-    return literal + u'}';
-}
-
-class RowWriter {
-public:
-    RowWriter(ServerConnection& server, const StoredTable& table, const QString& key)
-        : m_server(server)
-        , m_head(QStringLiteral("INSERT INTO %1 (%2, seq, %3) VALUES ")
-                     .arg(QLatin1StringView(table.table), QLatin1StringView(table.keyColumn),
-                          storedLineColumns().join(QStringLiteral(", "))))
-        , m_key(server.quoted(key)) {}
-
-    ServerError add(int seq, const StoredLine& stored) {
-        m_values += m_rows == 0 ? QStringLiteral("(") : QStringLiteral(", (");
-        m_values += m_key + u',' + QString::number(seq);
-        for (const QString& value : stored.fields)
-            m_values += u',' + m_server.quoted(value);
-        m_values += u',' + m_server.quoted(arrayLiteral(stored.bookedSlots)) + u')';
-        return ++m_rows == kRowsPerStatement ? flush() : ServerError{};
-    }
-
-    ServerError flush() {
-        if (m_rows == 0)
-            return {};
-        const ServerError error = m_server.exec(m_head + m_values);
-        m_values.clear();
-        m_rows = 0;
-        return error;
-    }
-
-private:
-    ServerConnection& m_server;
-    const QString m_head;
-    const QString m_key;
-    QString m_values;
-    int m_rows = 0;
-};
 
 // Loads one file in one transaction; lines that cannot be loaded go to notLoaded, the others keep their
 // order.
@@ -83,7 +29,9 @@ ServerError importFile(ServerConnection& server, const StoredTable& table, const
                                             .arg(QLatin1StringView(table.table),
                                                  QLatin1StringView(table.keyColumn), server.quoted(key))))
             return e;
-        RowWriter rows(server, table, key);
+        if (ServerError e = registerStoredFile(server, table, key))
+            return e;
+        StoredRowWriter rows(server, table, key);
         QByteArrayView line;
         int number = 0;
         while (reader.next(line)) {

@@ -41,9 +41,20 @@ QStringList version1() {
     };
 }
 
+// Version 2: which month and day files exist, so that a file emptied by a change is still there, empty, as
+// in the data folder, and the files of a kind are listed without reading every line.
+QStringList version2() {
+    return {
+        QStringLiteral(
+            "CREATE TABLE data_file (tbl text NOT NULL, key text NOT NULL, PRIMARY KEY (tbl, key))"),
+        QStringLiteral("INSERT INTO data_file SELECT DISTINCT 'booking', yymm FROM booking"),
+        QStringLiteral("INSERT INTO data_file SELECT DISTINCT 'day_status', day FROM day_status"),
+    };
+}
+
 using SchemaStep = QStringList (*)();
 // Step i brings the tables from version i to version i + 1.
-constexpr SchemaStep kSteps[] = {version1};
+constexpr SchemaStep kSteps[] = {version1, version2};
 static_assert(std::size(kSteps) == kSchemaVersion);
 
 // The version the database holds: 0 when it has no schema_version table or no row in it.

@@ -8,7 +8,7 @@ namespace porvane {
 
 // The version of the tables this program reads and writes. Each version's changes are one step of
 // server_schema.cpp; a server at an older version is brought up to this one by db init.
-inline constexpr int kSchemaVersion = 1;
+inline constexpr int kSchemaVersion = 2;
 
 // The columns of booking and day_status that hold a stored line, in line order: one per field, named as the
 // field, then BookedTimes (31 texts, day 1 first).

@@ -14,6 +14,10 @@ struct FileError {
         DiskFull = 61,
         DeviceIO = 57,
         PathFileAccess = 75,
+        // The store on a PostgreSQL server: it could not be reached or the connection was lost (the next
+        // action connects again), or it failed a statement.
+        ServerUnreachable = 3151,
+        ServerFailed = 3146,
     };
 
     int number = None;

@@ -36,7 +36,8 @@ struct LineNarrowing {
     QString regNo;           // only lines of this identifier; empty: any
     int bookedDay = 0;       // 1..31: only lines booked on that day or holding pass dates; 0: any
     QString searchWord;      // only lines holding this text in searchFields, whatever its case; empty: any
-    QList<int> searchFields; // Field values (store/record_fields.h)
+    QList<int> searchFields; // Field values (store/record_fields.h), each field of the searched columns;
+                             // empty: the whole line, booked times included
 
     static LineNarrowing ofRegNo(const QString& regNo) {
         LineNarrowing n;

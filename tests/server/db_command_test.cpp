@@ -1,46 +1,29 @@
 // porvane-admin's db commands against a PostgreSQL server of the test's own: the tables made and guarded by
 // their version, a data folder moved to the server and back byte for byte, damaged lines reported.
 #include "admin_run.h"
+#include "pg_test.h"
 #include "server/server_connection.h"
 #include "temp_data_folder.h"
-#include "temp_pg_cluster.h"
 
 #include <QDir>
+#include <QSqlQuery>
+#include <QVariant>
 #include <gtest/gtest.h>
 #include <memory>
 
 using porvane::test::AdminRun;
 using porvane::test::handLine;
 using porvane::test::TempDataFolder;
-using porvane::test::TempPgCluster;
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-class DbCommand : public ::testing::Test {
+class DbCommand : public porvane::test::PgTest {
 protected:
-    static void SetUpTestSuite() {
-        if (!TempPgCluster::serverBinaries().isEmpty())
-            s_cluster = std::make_unique<TempPgCluster>();
-    }
-    static void TearDownTestSuite() { s_cluster.reset(); }
-
-    void SetUp() override {
-        if (!s_cluster)
-            GTEST_SKIP() << "PostgreSQL's server is not installed (apt-get install postgresql): not tested";
-        m_db = s_cluster->createDatabase();
-        ASSERT_FALSE(m_db.isEmpty()) << s_cluster->problem().toStdString();
-    }
-
     AdminRun db(const TempDataFolder& folder, const QStringList& args) const {
         return porvane::test::runAdmin(folder, u"2026-02-10"_s, QStringList{u"--db"_s, m_db, u"db"_s} + args);
     }
-
-    static std::unique_ptr<TempPgCluster> s_cluster;
-    QString m_db;
 };
-
-std::unique_ptr<TempPgCluster> DbCommand::s_cluster;
 
 QStringList dataFiles(const QString& dataPath) {
     QStringList files;
@@ -61,21 +44,32 @@ TEST_F(DbCommand, initMakesTheTablesOnce_andRefusesNewerOnes) {
 
     r = db(folder, {u"init"_s});
     EXPECT_EQ(r.status, 0) << r.err.toStdString();
-    EXPECT_EQ(r.out, u"tables made at version 1\n"_s);
+    EXPECT_EQ(r.out, u"tables made at version 2\n"_s);
     r = db(folder, {u"init"_s});
     EXPECT_EQ(r.status, 0) << r.err.toStdString();
-    EXPECT_EQ(r.out, u"tables already at version 1\n"_s);
+    EXPECT_EQ(r.out, u"tables already at version 2\n"_s);
 
-    {
-        porvane::ServerConnection server(m_db);
-        ASSERT_FALSE(server.error()) << server.error().text.toStdString();
-        ASSERT_FALSE(server.exec(u"UPDATE schema_version SET version = 7"_s));
-    }
+    // Tables of version 1, holding a month, are brought up: the month is then known as a file.
+    porvane::ServerConnection server(m_db);
+    ASSERT_FALSE(server.error()) << server.error().text.toStdString();
+    for (const QString& sql : {u"DROP TABLE data_file"_s, u"UPDATE schema_version SET version = 1"_s,
+                               u"INSERT INTO booking (yymm, seq, BookedTimes) "
+                               "VALUES ('2602', 1, array_fill(''::text, ARRAY[31]))"_s})
+        ASSERT_FALSE(server.exec(sql)) << sql.toStdString();
+    r = db(folder, {u"init"_s});
+    EXPECT_EQ(r.status, 0) << r.err.toStdString();
+    EXPECT_EQ(r.out, u"tables brought from version 1 to version 2\n"_s);
+    QSqlQuery files(server.database());
+    ASSERT_TRUE(files.exec(u"SELECT tbl || ' ' || key FROM data_file"_s) && files.next());
+    EXPECT_EQ(files.value(0).toString(), u"booking 2602"_s);
+    EXPECT_FALSE(files.next());
+
+    ASSERT_FALSE(server.exec(u"UPDATE schema_version SET version = 7"_s));
     for (const QStringList& args :
          {QStringList{u"init"_s}, QStringList{u"export"_s, folder.path(u"out"_s)}}) {
         r = db(folder, args);
         EXPECT_EQ(r.status, 1);
-        EXPECT_TRUE(r.err.contains(u"tables are of version 7, newer than this program's 1"_s))
+        EXPECT_TRUE(r.err.contains(u"tables are of version 7, newer than this program's 2"_s))
             << r.err.toStdString();
     }
     EXPECT_FALSE(QDir(folder.path(u"out"_s)).exists());

@@ -58,19 +58,32 @@ TempPgCluster::TempPgCluster()
                      QStringLiteral("-U"), kUser, QStringLiteral("-E"), QStringLiteral("UTF8"),
                      QStringLiteral("--locale=C"), QStringLiteral("--no-sync")}))
         return;
-    // No TCP, the socket in our folder, no fsync: a test server that nothing else can reach or wait for.
-    m_started = runAsOwner(QStringLiteral("pg_ctl"),
-                           {QStringLiteral("-D"), data, QStringLiteral("-l"),
-                            m_dir.filePath(QStringLiteral("log")), QStringLiteral("-w"), QStringLiteral("-o"),
-                            QStringLiteral("-k %1 -p %2 -c listen_addresses= -F").arg(m_dir.path(), kPort),
-                            QStringLiteral("start")});
+    start();
 }
 
 TempPgCluster::~TempPgCluster() {
-    if (m_started)
+    stop();
+}
+
+bool TempPgCluster::start() {
+    // No TCP, the socket in our folder, no fsync: a test server that nothing else can reach or wait for.
+    m_started =
         runAsOwner(QStringLiteral("pg_ctl"),
-                   {QStringLiteral("-D"), m_dir.filePath(QStringLiteral("data")), QStringLiteral("-m"),
-                    QStringLiteral("immediate"), QStringLiteral("-w"), QStringLiteral("stop")});
+                   {QStringLiteral("-D"), m_dir.filePath(QStringLiteral("data")), QStringLiteral("-l"),
+                    m_dir.filePath(QStringLiteral("log")), QStringLiteral("-w"), QStringLiteral("-o"),
+                    QStringLiteral("-k %1 -p %2 -c listen_addresses= -F").arg(m_dir.path(), kPort),
+                    QStringLiteral("start")});
+    return m_started;
+}
+
+bool TempPgCluster::stop() {
+    if (!m_started)
+        return true;
+    m_started =
+        !runAsOwner(QStringLiteral("pg_ctl"),
+                    {QStringLiteral("-D"), m_dir.filePath(QStringLiteral("data")), QStringLiteral("-m"),
+                     QStringLiteral("immediate"), QStringLiteral("-w"), QStringLiteral("stop")});
+    return !m_started;
 }
 
 bool TempPgCluster::runAsOwner(const QString& program, const QStringList& args) {

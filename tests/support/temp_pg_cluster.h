@@ -21,6 +21,11 @@ public:
 
     // Empty when the server runs; otherwise why not, with its log.
     const QString& problem() const { return m_problem; }
+    // Stops the server as a power cut would (pg_ctl stop -m immediate), and starts it again; false with
+    // problem() set when pg_ctl fails.
+    bool stop();
+    bool start();
+
     // Makes a new empty database and returns its connection string, or an empty string (see problem()).
     QString createDatabase();
 

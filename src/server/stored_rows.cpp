@@ -1,0 +1,83 @@
+#include "server/stored_rows.h"
+
+#include "server/server_schema.h"
+
+#include <QVariant>
+
+namespace porvane {
+
+namespace {
+
+// The slots as one array literal, each element quoted: the server reads it far faster than 31 expressions.
+QString arrayLiteral(const std::array<QString, kBookedSlotCount>& times) {
+    QString literal = QStringLiteral("{");
+    for (const QString& time : times) {
+        if (literal.size() > 1)
+            literal += u',';
+        literal += u'"';
+        for (const QChar c : time) {
+            if (c == u'"' || c == u'\\')
+                literal += u'\\';
+            literal += c;
+        }
+        literal += u'"';
+    }
+    return literal + u'}';
+}
+
+} // namespace
+
+QString storedLineSelectList() {
+    QStringList columns;
+    for (const FieldSpec& def : kRecordFields)
+        columns << QLatin1StringView(def.name);
+    for (int day = 1; day <= kBookedSlotCount; ++day)
+        columns << QStringLiteral("%1[%2]").arg(QLatin1StringView(kBookedTimesColumnName)).arg(day);
+    return columns.join(QStringLiteral(", "));
+}
+
+void readStoredLine(const QSqlQuery& query, int first, StoredLine& stored) {
+    int column = first;
+    for (QString& value : stored.fields)
+        value = query.value(column++).toString();
+    for (QString& slot : stored.bookedSlots)
+        slot = query.value(column++).toString();
+}
+
+QString storedRowValues(ServerConnection& server, const QString& quotedKey, const QString& seq,
+                        const StoredLine& stored) {
+    QString row = u'(' + quotedKey + u',' + seq;
+    for (const QString& value : stored.fields)
+        row += u',' + server.quoted(value);
+    return row + u',' + server.quoted(arrayLiteral(stored.bookedSlots)) + QStringLiteral("::text[])");
+}
+
+StoredRowWriter::StoredRowWriter(ServerConnection& server, const StoredTable& table, const QString& key)
+    : m_server(server)
+    , m_head(QStringLiteral("INSERT INTO %1 (%2, seq, %3) VALUES ")
+                 .arg(QLatin1StringView(table.table), QLatin1StringView(table.keyColumn),
+                      storedLineColumns().join(QStringLiteral(", "))))
+    , m_key(server.quoted(key)) {}
+
+ServerError StoredRowWriter::add(int seq, const StoredLine& stored) {
+    if (m_rows > 0)
+        m_values += QStringLiteral(", ");
+    m_values += storedRowValues(m_server, m_key, QString::number(seq), stored);
+    return ++m_rows == kRowsPerStatement ? flush() : ServerError{};
+}
+
+ServerError StoredRowWriter::flush() {
+    if (m_rows == 0)
+        return {};
+    const ServerError error = m_server.exec(m_head + m_values);
+    m_values.clear();
+    m_rows = 0;
+    return error;
+}
+
+ServerError registerStoredFile(ServerConnection& server, const StoredTable& table, const QString& key) {
+    return server.exec(QStringLiteral("INSERT INTO data_file VALUES (%1, %2) ON CONFLICT DO NOTHING")
+                           .arg(server.quoted(QLatin1StringView(table.table)), server.quoted(key)));
+}
+
+} // namespace porvane
