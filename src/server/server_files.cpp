@@ -14,6 +14,7 @@
 #include <QVariant>
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -58,9 +59,9 @@ QString databaseOf(const QString& connInfo) {
 }
 
 // The text a search looks in, holding every run without blanks that the line's columns hold: the fields in
-// line order, each padded to its width where the next one follows without a blank column between them,
-// else followed by a blank; the illness details with their line-break marks; with no fields, the whole
-// line, booked-time slots included.
+// line order, blank between two, save where one follows the other without a blank column, there padded to
+// its width; the illness details with their line-break marks; with no fields, the whole line, the booked
+// times run together after it.
 QString searchedText(QList<int> fields) {
     const bool wholeLine = fields.isEmpty();
     if (wholeLine)
@@ -68,64 +69,55 @@ QString searchedText(QList<int> fields) {
             fields << int(def.field);
     std::sort(fields.begin(), fields.end());
     QStringList parts;
+    bool joinsNext = false;
     for (qsizetype i = 0; i < fields.size(); ++i) {
         const FieldSpec& def = kRecordFields[std::size_t(fields[i])];
-        QString column = QLatin1StringView(def.name);
-        if (def.field == Field::IllnessDetails)
-            column = QStringLiteral("replace(%1, E'\\r\\n', '<$c>')").arg(column);
-        const int end = def.column + def.width;
-        const bool joined = i + 1 < fields.size() && kRecordFields[std::size_t(fields[i + 1])].column == end;
-        parts << (joined ? QStringLiteral("rpad(%1, %2)").arg(column).arg(def.width)
-                         : column + QStringLiteral(" || ' '"));
+        QString column = storedFieldText(def);
+        const bool joinedToLast = joinsNext;
+        joinsNext = i + 1 < fields.size() &&
+                    kRecordFields[std::size_t(fields[i + 1])].column == def.column + def.width;
+        if (joinsNext)
+            column = QStringLiteral("rpad(%1, %2)").arg(column).arg(def.width);
+        if (joinedToLast)
+            parts.last() += QStringLiteral(" || ") + column;
+        else
+            parts << column;
     }
+    // Slots run together hold every run of the line's slots, and more.
     if (wholeLine)
-        for (int day = 1; day <= kBookedSlotCount; ++day)
-            parts << QStringLiteral("rpad(%1[%2], %3)")
-                         .arg(QLatin1StringView(kBookedTimesColumnName))
-                         .arg(day)
-                         .arg(kBookedSlotWidth);
-    return parts.join(QStringLiteral(" || "));
+        parts << QStringLiteral("array_to_string(%1, '')").arg(QLatin1StringView(kBookedTimesColumnName));
+    return QStringLiteral("concat_ws(' ', %1)").arg(parts.join(QStringLiteral(", ")));
 }
 
-// The case folding of the desk's search as the two arguments of translate(): each character with another
-// case and the one it folds to.
-std::pair<QString, QString> foldedCases() {
-    QByteArray from, to;
-    for (int b = 0; b < 256; ++b)
-        if (kWindows1252Fold[std::size_t(b)] != b) {
-            from += char(b);
-            to += char(kWindows1252Fold[std::size_t(b)]);
-        }
-    return {fromWindows1252(from), fromWindows1252(to)};
-}
-
-QString likeEscaped(const QString& text) {
-    QString escaped;
-    for (const QChar c : text) {
-        if (c == u'\\' || c == u'%' || c == u'_')
-            escaped += u'\\';
-        escaped += c;
+// A pattern that finds text in whatever case the desk's search would: each letter as the class of the
+// characters that fold to it, every other character literally.
+QString foldedPattern(const QString& text) {
+    QString pattern;
+    for (const char c : toWindows1252(text)) {
+        const unsigned char folded = kWindows1252Fold[static_cast<unsigned char>(c)];
+        QByteArray cases;
+        for (int b = 0; b < 256; ++b)
+            if (kWindows1252Fold[std::size_t(b)] == folded)
+                cases += char(b);
+        if (cases.size() > 1)
+            pattern += u'[' + fromWindows1252(cases) + u']';
+        else if (c >= 0 && !std::isalnum(static_cast<unsigned char>(c)))
+            pattern += u'\\' + QChar::fromLatin1(c);
+        else
+            pattern += fromWindows1252(QByteArrayView(&c, 1));
     }
-    return escaped;
+    return pattern;
 }
 
 // The lines of a search, and more: the desk finds the whole text, blanks included, in the columns of the
 // line, folding case byte by byte; the server asks only that each of its blank-free parts is in the fields'
-// text, folded the same way. A part cannot lie across a blank, so every line the desk finds is sent (a
-// LIKE on a locale's case folding would differ from the desk's where the server's locale is not Latin).
+// text, found in the desk's folding. A part cannot lie across a blank, so every line the desk finds is
+// sent. (ILIKE would fold case as the server's locale does, which need not be the desk's.)
 QString searchCondition(ServerConnection& server, const LineNarrowing& narrowing) {
     QStringList conditions;
-    const auto [from, to] = foldedCases();
-    const QString text =
-        QStringLiteral("translate(%1, %2, %3)")
-            .arg(searchedText(narrowing.searchFields), server.quoted(from), server.quoted(to));
-    for (const QString& part : narrowing.searchWord.split(u' ', Qt::SkipEmptyParts)) {
-        QByteArray folded = toWindows1252(part);
-        for (char& c : folded)
-            c = char(kWindows1252Fold[static_cast<unsigned char>(c)]);
-        conditions << QStringLiteral("%1 LIKE %2")
-                          .arg(text, server.quoted(u'%' + likeEscaped(fromWindows1252(folded)) + u'%'));
-    }
+    const QString text = searchedText(narrowing.searchFields);
+    for (const QString& part : narrowing.searchWord.split(u' ', Qt::SkipEmptyParts))
+        conditions << QStringLiteral("%1 ~ %2").arg(text, server.quoted(foldedPattern(part)));
     return conditions.join(QStringLiteral(" AND "));
 }
 
@@ -410,9 +402,9 @@ FileError ServerChanges::rewrite(const LineFileName& name, const LineNarrowing& 
     const QString doing = tr("saving to %1").arg(fileNameOf(name));
     QSqlQuery query(server.database());
     query.setForwardOnly(true);
-    if (!query.exec(QStringLiteral("SELECT seq, %1 FROM %2 WHERE %3 ORDER BY seq FOR UPDATE")
-                        .arg(storedLineSelectList(), QLatin1StringView(table.table),
-                             whereOf(server, name, narrowing))))
+    if (!query.exec(
+            QStringLiteral("SELECT seq, %1 FROM %2 WHERE %3 ORDER BY seq FOR UPDATE")
+                .arg(storedLineSelectList(), QLatin1StringView(table.table), whereOf(server, name, narrowing))))
         return m_files.failure(query, doing);
     QList<int> deleted;
     QList<std::pair<int, QByteArray>> updated;

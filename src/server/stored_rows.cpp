@@ -27,6 +27,13 @@ QString arrayLiteral(const std::array<QString, kBookedSlotCount>& times) {
 
 } // namespace
 
+QString storedFieldText(const FieldSpec& def) {
+    const QString name = QLatin1StringView(def.name);
+    // The column holds line breaks where the line holds marks (stored_line.h).
+    return def.field == Field::IllnessDetails ? QStringLiteral("replace(%1, E'\\r\\n', '<$c>')").arg(name)
+                                              : name;
+}
+
 QString storedLineSelectList() {
     QStringList columns;
     for (const FieldSpec& def : kRecordFields)

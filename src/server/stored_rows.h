@@ -11,12 +11,13 @@ namespace porvane {
 
 // A stored line in the statements that carry it to and from the server's tables.
 
+// A field's text as the line holds it, unpadded: for searching it on the server.
+QString storedFieldText(const FieldSpec& def);
 // The select list of a stored line: the fields, then the 31 booked-time slots one by one (the array as a
 // whole would come back as one text in the server's array syntax, to be parsed).
 QString storedLineSelectList();
 // Reads the stored line a query's row holds from column first on, laid out by storedLineSelectList().
 void readStoredLine(const QSqlQuery& query, int first, StoredLine& stored);
-
 // The row of a key, a line number (an expression) and a stored line as a VALUES tuple, in the order (key,
 // seq, the columns of storedLineColumns()); the booked times are an array literal, cast.
 QString storedRowValues(ServerConnection& server, const QString& quotedKey, const QString& seq,

@@ -100,7 +100,8 @@ const QByteArray kZoe = handBooking("260302090000", " Zo\xCB", "M\xDCLLER \x8A",
 const QByteArray kPass =
     handBooking("260303090000", "Pat", "Pass", {{936, "01-03-2026"}, {947, "31-03-2026"}});
 const QByteArray kBo = handBooking("260304090000", "Bo", "Nash",
-                                   {{550, "Organisation-without-a-blank-in-it-runs-to-its-50c"},
+                                   {{80, "bo.n+a@(x).org"},
+                                    {550, "Organisation-without-a-blank-in-it-runs-to-its-50c"},
                                     {601, "12"},
                                     {slot(10), "1400"},
                                     {slot(11), "0800"}});
@@ -170,6 +171,7 @@ TEST_F(ServerFilesTest, linesComeBackByteForByte_andEachNarrowingSendsEveryLineT
         {SearchKind::AnyText, {}, u"09000930"_s, 0}, // days 3 and 10 are not side by side
         {SearchKind::AnyText, {}, u"14000800"_s, 1},
         {SearchKind::AnyText, {}, u"acme  ltd"_s, 1},
+        {SearchKind::AnyText, {}, u"N+A@(X"_s, 1},
         {SearchKind::Organisation, organisation, u"100%"_s, 1},
         {SearchKind::Organisation, organisation, u"ltd_x\\"_s, 1},
         {SearchKind::Organisation, organisation, u"%"_s, 1},
