@@ -226,6 +226,19 @@ public:
 
     ServerConnection& server() { return *m_server; }
 
+    // Runs a step that has changed nothing when it fails. A connection made before that finds the server gone
+    // (restarted since, or dropped while idle) is made again and the step run once more, so that a server
+    // back by then is not an error.
+    FileError withConnection(const std::function<FileError()>& step) {
+        const bool wasOpen = m_server && !m_lost;
+        if (FileError error = connect())
+            return error;
+        FileError error = step();
+        if (error.number == FileError::ServerUnreachable && wasOpen && !connect())
+            error = step();
+        return error;
+    }
+
     // The error of a failed statement, noting a lost connection so that the next call connects again.
     FileError failure(const ServerError& error, const QString& doing) {
         if (isConnectionLost(error)) {
@@ -291,44 +304,51 @@ public:
     }
 
     std::unique_ptr<LineReader> read(const LineFileName& name, const LineNarrowing& narrowing) override {
-        if (FileError error = connect())
-            return std::make_unique<LineReader>(error);
-        return readLines(name, narrowing);
+        std::unique_ptr<LineReader> reader;
+        const FileError error = withConnection([&] {
+            reader = readLines(name, narrowing);
+            return reader->error();
+        });
+        return reader ? std::move(reader) : std::make_unique<LineReader>(error);
     }
 
     bool exists(const LineFileName& name) override {
         bool found = false;
-        return !connect() && !existing(name, found) && found;
+        return !withConnection([&] { return existing(name, found); }) && found;
     }
 
     QStringList keys(LineFileName::Kind kind) override {
         QStringList keys;
-        if (connect())
-            return keys;
-        QSqlQuery query(m_server->database());
-        if (!query.exec(QStringLiteral("SELECT key FROM data_file WHERE tbl = '%1' ORDER BY key")
-                            .arg(QLatin1StringView(tableOf(kind).table)))) {
-            failure(query, tr("listing its files"));
-            return keys;
-        }
-        while (query.next())
-            keys << query.value(0).toString();
+        withConnection([&] {
+            keys.clear();
+            QSqlQuery query(m_server->database());
+            if (!query.exec(QStringLiteral("SELECT key FROM data_file WHERE tbl = '%1' ORDER BY key")
+                                .arg(QLatin1StringView(tableOf(kind).table))))
+                return failure(query, tr("listing its files"));
+            while (query.next())
+                keys << query.value(0).toString();
+            return FileError{};
+        });
         return keys;
     }
 
     FileError change(const std::function<FileError(LineFileChanges& changes)>& work) override {
-        if (FileError error = connect())
-            return error;
+        const FileError begun = withConnection([&] {
+            QSqlDatabase db = m_server->database();
+            if (!db.transaction())
+                return failure(ServerError::from(db.lastError()), tr("starting a change"));
+            if (const ServerError taken =
+                    m_server->exec(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(kChangeLock))) {
+                db.rollback();
+                return failure(taken, tr("waiting for the other desks' changes"));
+            }
+            return FileError{};
+        });
+        if (begun)
+            return begun;
         QSqlDatabase db = m_server->database();
-        if (!db.transaction())
-            return failure(ServerError::from(db.lastError()), tr("starting a change"));
-        FileError error;
-        if (const ServerError taken =
-                m_server->exec(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(kChangeLock)))
-            error = failure(taken, tr("waiting for the other desks' changes"));
         ServerChanges changes(*this);
-        if (!error)
-            error = work(changes);
+        FileError error = work(changes);
         if (!error && !changes.changedKeys().isEmpty())
             error = notify(changes.changedKeys());
         if (error) {
@@ -402,9 +422,9 @@ FileError ServerChanges::rewrite(const LineFileName& name, const LineNarrowing& 
     const QString doing = tr("saving to %1").arg(fileNameOf(name));
     QSqlQuery query(server.database());
     query.setForwardOnly(true);
-    if (!query.exec(
-            QStringLiteral("SELECT seq, %1 FROM %2 WHERE %3 ORDER BY seq FOR UPDATE")
-                .arg(storedLineSelectList(), QLatin1StringView(table.table), whereOf(server, name, narrowing))))
+    if (!query.exec(QStringLiteral("SELECT seq, %1 FROM %2 WHERE %3 ORDER BY seq FOR UPDATE")
+                        .arg(storedLineSelectList(), QLatin1StringView(table.table),
+                             whereOf(server, name, narrowing))))
         return m_files.failure(query, doing);
     QList<int> deleted;
     QList<std::pair<int, QByteArray>> updated;

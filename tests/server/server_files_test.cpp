@@ -18,6 +18,7 @@
 #include <QVariant>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <memory>
 #include <thread>
 
@@ -365,4 +366,49 @@ TEST_F(ServerFilesTest, aServerThatGoesAway_isAnErrorAtTheNextAction_andFoundAga
     EXPECT_EQ(readAll(kMarch), crLf({kAnn}));
     EXPECT_FALSE(m_files->change([&](LineFileChanges& changes) { return changes.append(kMarch, kZoe); }));
     EXPECT_EQ(readAll(kMarch), crLf({kAnn, kZoe}));
+}
+
+TEST_F(ServerFilesTest, aServerKilledWhileADeskSaves_leavesEachSaveEitherKeptOrRefused) {
+    // A desk saves one booking after another while the server is stopped as by a power cut: every save it
+    // was told succeeded is there afterwards, every other one was refused with an error, and the one whose
+    // answer was lost with the server is there or not, never twice or torn.
+    std::atomic<int> saved{0};
+    QList<QByteArray> kept;
+    QList<FileError> refused;
+    const auto booking = [](int i) {
+        return handBooking(QByteArray::number(260301000000 + i).constData(), "Kill", "Test");
+    };
+    std::thread desk([&] {
+        QString error;
+        std::unique_ptr<LineFiles> files = openServerFiles(m_db, error);
+        ASSERT_TRUE(files) << error.toStdString();
+        for (int i = 0; refused.size() < 3 && i < 100000; ++i) {
+            const FileError failed =
+                files->change([&](LineFileChanges& changes) { return changes.append(kMarch, booking(i)); });
+            if (failed)
+                refused << failed;
+            else
+                kept << booking(i);
+            saved = int(kept.size());
+        }
+    });
+    while (saved < 20)
+        QThread::msleep(1);
+    ASSERT_TRUE(s_cluster->stop()) << s_cluster->problem().toStdString();
+    desk.join();
+    ASSERT_EQ(refused.size(), 3);
+    for (const FileError& failed : refused) {
+        EXPECT_EQ(failed.number, FileError::ServerUnreachable) << failed.text.toStdString();
+        EXPECT_TRUE(failed.text.contains(u"could not be reached"_s)) << failed.text.toStdString();
+    }
+
+    ASSERT_TRUE(s_cluster->start()) << s_cluster->problem().toStdString();
+    const QList<QByteArray> lines = linesOf(readAll(kMarch));
+    // The saves told done, in order, and at most the one in flight behind them.
+    ASSERT_GE(lines.size(), kept.size());
+    EXPECT_LE(lines.size(), kept.size() + 1);
+    EXPECT_EQ(lines.mid(0, kept.size()), kept);
+    if (lines.size() > kept.size()) {
+        EXPECT_EQ(lines.back(), booking(int(kept.size())));
+    }
 }
