@@ -2,6 +2,7 @@
 
 #include "admin/command_line.h"
 #include "app/app_paths.h"
+#include "server/server_files.h"
 #include "settings/settings_file.h"
 
 #include <QCommandLineParser>
@@ -100,9 +101,8 @@ int runAdminCommandLine(int argc, char* argv[], const ApplicationMaker& makeAppl
         return usageError(why);
     if (!command)
         return usageError(QStringLiteral("unknown command ") + o.command);
-    if (!o.database.isEmpty() && o.command != u"db")
-        return usageError(o.command +
-                          QStringLiteral(" works on the data folder only; --db is for the db commands"));
+    if (!o.database.isEmpty() && o.command == u"demo")
+        return usageError(QStringLiteral("demo writes into a data folder only: load it with db import"));
 
     ConsolePrompter prompter;
     SystemClock systemClock;
@@ -124,6 +124,18 @@ int runAdminCommandLine(int argc, char* argv[], const ApplicationMaker& makeAppl
         state.settings = defaultSettings(state.AppPath); // never written from here: the desk owns the file
     if (!o.data.isEmpty())
         state.settings.DataPath = QDir(o.data).absolutePath();
+
+    // With a server, every command reads and writes its bookings there; photos and pick lists stay in the
+    // data folder.
+    if (!o.database.isEmpty() && o.command != u"db") {
+        QString error;
+        std::unique_ptr<LineFiles> files = openServerFiles(o.database, error);
+        if (!files) {
+            QTextStream(stderr) << "porvane-admin: " << error << '\n';
+            return 1;
+        }
+        state.useFiles(std::move(files));
+    }
 
     CommandContext context{state, o.args, o.csv, prompter, o.database};
     return command->run(context);

@@ -90,6 +90,20 @@ ListCell rangeCell(const RecordLine& line, quint16 note, int column, std::array<
 
 constexpr ListLayout kRangeSearchLayout{kRangeSearchColumns, 0xE0FFFF, rangeCell};
 
+// The find text in the fields the kind searches, so that a server sends only the lines that may hold it.
+LineNarrowing searchNarrowing(SearchKind kind, const QString& findText) {
+    LineNarrowing narrowing;
+    narrowing.searchWord = RecordSearch::findTextFor(kind, findText);
+    const KindSpec& def = kKinds[std::size_t(kind)];
+    if (kind == SearchKind::Name)
+        narrowing.searchFields = {int(Field::FirstName), int(Field::LastName)};
+    else if (kind != SearchKind::AnyText) // the whole line when no fields are named
+        for (const FieldSpec& field : kRecordFields)
+            if (field.column >= def.column && field.column + field.width <= def.column + def.width)
+                narrowing.searchFields << int(field.field);
+    return narrowing;
+}
+
 // Both bytes that fold to a folded byte: itself, and its other case where it has one.
 std::array<unsigned char, 2> casesOf(unsigned char folded) {
     std::array<unsigned char, 2> cases{folded, folded};
@@ -257,7 +271,8 @@ BuiltList RecordSearch::run(LineFiles& files, const SearchMonths& months, Search
                   months.valid() ? FileError() : FileError::notFound(files.where())};
     bool anyFile = false;
     for (QDate month = months.first; months.valid() && month <= months.last; month = month.addMonths(1)) {
-        const std::unique_ptr<LineReader> reader = files.read(LineFileName::month(month));
+        const std::unique_ptr<LineReader> reader =
+            files.read(LineFileName::month(month), searchNarrowing(kind, findText));
         if (reader->error().number == FileError::FileNotFound) {
             if (!anyFile && !out.error)
                 out.error = reader->error(); // the first month's, should none of them have a file
