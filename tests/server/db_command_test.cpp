@@ -12,6 +12,7 @@
 #include <memory>
 
 using porvane::test::AdminRun;
+using porvane::test::dataFiles;
 using porvane::test::handLine;
 using porvane::test::TempDataFolder;
 using namespace Qt::Literals::StringLiterals;
@@ -24,14 +25,6 @@ protected:
         return porvane::test::runAdmin(folder, u"2026-02-10"_s, QStringList{u"--db"_s, m_db, u"db"_s} + args);
     }
 };
-
-QStringList dataFiles(const QString& dataPath) {
-    QStringList files;
-    for (const QString& sub : {u"Record"_s, u"Status"_s})
-        for (const QString& name : QDir(dataPath + sub).entryList(QDir::Files, QDir::Name))
-            files << sub + u'/' + name;
-    return files;
-}
 
 } // namespace
 

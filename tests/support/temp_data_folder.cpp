@@ -90,4 +90,12 @@ QByteArray handColumns(const QByteArray& line, int column, int width) {
     return text;
 }
 
+QStringList dataFiles(const QString& dataPath) {
+    QStringList files;
+    for (const QString& sub : {QStringLiteral("Record"), QStringLiteral("Status")})
+        for (const QString& name : QDir(dataPath + sub).entryList(QDir::Files, QDir::Name))
+            files << sub + u'/' + name;
+    return files;
+}
+
 } // namespace porvane::test

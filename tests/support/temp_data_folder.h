@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QMap>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 namespace porvane::test {
@@ -44,5 +45,8 @@ constexpr int slot(int day) {
 QByteArray crLf(std::initializer_list<QByteArray> lines);
 // What a line holds in `width` columns from `column` (1-based, as handLine counts), trailing blanks cut.
 QByteArray handColumns(const QByteArray& line, int column, int width);
+
+// The month and day status files under a data folder, as "Record/2602.vrf", in order.
+QStringList dataFiles(const QString& dataPath);
 
 } // namespace porvane::test
