@@ -2,11 +2,16 @@
 // the disabled StoreChild tests, chosen by --gtest_filter, with its orders in the environment. The crash loop
 // and the lock take-over fork their writers instead, because five hundred kills need a writer that starts
 // within a millisecond.
+#include "server/server_connection.h"
+#include "server/server_files.h"
+#include "server/server_schema.h"
 #include "store/data_lock.h"
+#include "store/line_reader.h"
 #include "store/record_line.h"
 #include "store/record_store.h"
 #include "store/safe_file.h"
 #include "store_fixture.h"
+#include "temp_pg_cluster.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -29,6 +34,7 @@ namespace {
 const char* const kDataVar = "PORVANE_TEST_CHILD_DATA";
 const char* const kIndexVar = "PORVANE_TEST_CHILD_INDEX";
 const char* const kCountVar = "PORVANE_TEST_CHILD_COUNT";
+const char* const kDbVar = "PORVANE_TEST_CHILD_DB"; // a server's connection string, when the desks use one
 
 const QString kOwnRegNo = u"240301090000"_s;
 const QByteArray kOwnLine =
@@ -42,30 +48,50 @@ struct ChildDesk {
     AppState state{prompter, clock, pause};
     RecordStore store = recordStoreOf(state);
 
-    explicit ChildDesk(const QString& dataPath = qEnvironmentVariable(kDataVar)) {
+    explicit ChildDesk(const QString& dataPath = qEnvironmentVariable(kDataVar),
+                       const QString& db = qEnvironmentVariable(kDbVar)) {
         state.settings.DataPath = dataPath;
         state.dataFolder.lockWait = std::chrono::milliseconds(30000);
+        if (!db.isEmpty())
+            state.useFiles(openFiles(db));
+    }
+    static std::unique_ptr<LineFiles> openFiles(const QString& db) {
+        QString error;
+        std::unique_ptr<LineFiles> files = openServerFiles(db, error);
+        if (!files)
+            qFatal("cannot reach the test's server: %s", qPrintable(error));
+        return files;
     }
     // Re-reads a booking the way a row click does.
     void open(const QString& regNo) {
-        QFile f(state.dataPath() + u"Record/2403.vrf"_s);
-        const QByteArray bytes = f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-        for (const QByteArray& line : bytes.split('\n'))
+        const std::unique_ptr<LineReader> reader =
+            state.files().read(LineFileName::month(u"2403"_s), LineNarrowing::ofRegNo(regNo));
+        for (QByteArrayView line; reader->next(line);)
             if (line.startsWith(regNo.toLatin1()))
-                decodeRecordLine(RecordLine(line.chopped(1)), state.record);
+                decodeRecordLine(RecordLine(line), state.record);
         state.record.MarkRecordSaved();
     }
 };
+
+// The month's lines on a server, each with CR LF.
+FileError readMonth(LineFiles& files, QByteArray& bytes) {
+    const std::unique_ptr<LineReader> reader = files.read(LineFileName::month(u"2403"_s));
+    for (QByteArrayView line; reader->next(line);)
+        bytes += line.toByteArray() + "\r\n";
+    return reader->error();
+}
 
 // The identifier of booking i saved by desk `index`, from the clock that desk sets for it.
 QByteArray savedRegNo(int index, int i) {
     return u"24031%1%2"_s.arg(index).arg(QTime(10, 0).addSecs(i).toString(u"hhmmss"_s)).toLatin1();
 }
 
-QProcess* startChild(const char* test, const QString& dataPath, int index, int count, QObject* parent) {
+QProcess* startChild(const char* test, const QString& dataPath, const QString& db, int index, int count,
+                     QObject* parent) {
     auto* child = new QProcess(parent);
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QString::fromLatin1(kDataVar), dataPath);
+    env.insert(QString::fromLatin1(kDbVar), db);
     env.insert(QString::fromLatin1(kIndexVar), QString::number(index));
     env.insert(QString::fromLatin1(kCountVar), QString::number(count));
     child->setProcessEnvironment(env);
@@ -124,13 +150,17 @@ TEST(StoreChild, DISABLED_saveThenUpdateMany) {
 
 // Reads the month without a lock, as the lists do, until the parent leaves a file named "stop". Every line
 // with its line end is whole; only the line being appended at that moment may show as a tail without one.
+// On a server each read sees one committed version of the month.
 TEST(StoreChild, DISABLED_listUntilStopped) {
     const QString dataPath = qEnvironmentVariable(kDataVar);
+    const QString db = qEnvironmentVariable(kDbVar);
+    const std::unique_ptr<LineFiles> server = db.isEmpty() ? nullptr : ChildDesk::openFiles(db);
     qsizetype seen = 0;
     int reads = 0;
     while (!QFileInfo::exists(dataPath + u"stop"_s)) {
         QByteArray bytes;
-        const FileError error = readWholeFile(dataPath + u"Record/2403.vrf"_s, bytes);
+        const FileError error =
+            server ? readMonth(*server, bytes) : readWholeFile(dataPath + u"Record/2403.vrf"_s, bytes);
         ASSERT_TRUE(error.ok()) << error.text.toStdString();
         const QByteArrayList lines = bytes.split('\n');
         for (qsizetype i = 0; i + 1 < lines.size(); ++i)
@@ -149,21 +179,28 @@ namespace {
 
 // Four desks save and update `count` bookings each, desk i on dataPaths[i % size] (one folder, or mounts of
 // one share that play different PCs), while a fifth lists the month without a lock (on a local folder only:
-// through sshfs a list that meets another desk's rename may find no file for that moment); every booking must
-// be there once, with its last update, no line torn or doubled.
-void fourDesksSaveAndUpdate(const QStringList& dataPaths, int count) {
+// through sshfs a list that meets another desk's rename may find no file for that moment), or all of them on
+// the server db names; every booking must be there once, with its last update, no line torn or doubled.
+void fourDesksSaveAndUpdate(const QStringList& dataPaths, int count, const QString& db = {}) {
     const bool withLister = dataPaths.size() == 1;
     const QString first = dataPaths.first();
-    QFile seed(first + u"Record/2403.vrf"_s);
-    ASSERT_TRUE(seed.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    seed.write(crLf({kOwnLine}));
-    seed.close();
+    const std::unique_ptr<LineFiles> server = db.isEmpty() ? nullptr : ChildDesk::openFiles(db);
+    if (server) {
+        ASSERT_FALSE(server->change([](LineFileChanges& changes) {
+            return changes.replace(LineFileName::month(u"2403"_s),
+                                   [](const PieceWriter& write) { return write(crLf({kOwnLine})); });
+        }));
+    } else {
+        QFile seed(first + u"Record/2403.vrf"_s);
+        ASSERT_TRUE(seed.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        seed.write(crLf({kOwnLine}));
+    }
     QObject owner;
-    QProcess* lister = withLister ? startChild("listUntilStopped", first, 0, 0, &owner) : nullptr;
+    QProcess* lister = withLister ? startChild("listUntilStopped", first, db, 0, 0, &owner) : nullptr;
     QList<QProcess*> desks;
     for (int index = 1; index <= 4; ++index)
         desks.append(
-            startChild("saveThenUpdateMany", dataPaths[index % dataPaths.size()], index, count, &owner));
+            startChild("saveThenUpdateMany", dataPaths[index % dataPaths.size()], db, index, count, &owner));
     for (QProcess* desk : desks) {
         ASSERT_TRUE(desk->waitForFinished(600000));
         EXPECT_EQ(desk->exitCode(), 0) << desk->readAll().toStdString();
@@ -179,9 +216,14 @@ void fourDesksSaveAndUpdate(const QStringList& dataPaths, int count) {
         QFile::remove(first + u"stop"_s);
     }
 
-    QFile month(first + u"Record/2403.vrf"_s);
-    ASSERT_TRUE(month.open(QIODevice::ReadOnly));
-    const QByteArray bytes = month.readAll();
+    QByteArray bytes;
+    if (server) {
+        ASSERT_FALSE(readMonth(*server, bytes));
+    } else {
+        QFile month(first + u"Record/2403.vrf"_s);
+        ASSERT_TRUE(month.open(QIODevice::ReadOnly));
+        bytes = month.readAll();
+    }
     ASSERT_TRUE(bytes.endsWith("\r\n"));
     const QByteArrayList lines = bytes.chopped(1).split('\n');
     QHash<QByteArray, QByteArray> carRegOf;
@@ -211,6 +253,21 @@ void fourDesksSaveAndUpdate(const QStringList& dataPaths, int count) {
 TEST(StoreProcesses, fourDesksSavingAndUpdating250BookingsEach_whileAFifthLists_loseAndTearNothing) {
     TempDataFolder folder;
     fourDesksSaveAndUpdate({folder.dataPath()}, 250);
+}
+
+// The same on a PostgreSQL server: the desks' changes follow one another in its transactions.
+TEST(StoreProcesses, fourDesksOnAServer_whileAFifthLists_loseAndDoubleNothing) {
+    if (TempPgCluster::serverBinaries().isEmpty())
+        GTEST_SKIP() << "PostgreSQL's server is not installed (apt-get install postgresql): not tested";
+    TempPgCluster cluster;
+    const QString db = cluster.createDatabase();
+    ASSERT_FALSE(db.isEmpty()) << cluster.problem().toStdString();
+    {
+        ServerConnection tables(db);
+        ASSERT_FALSE(initSchema(tables)) << "db init failed";
+    }
+    TempDataFolder folder;
+    fourDesksSaveAndUpdate({folder.dataPath()}, 250, db);
 }
 
 // Two mounts of one network share, playing two PCs: PORVANE_TEST_SHARE_MOUNTS names their data folders,
