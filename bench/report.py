@@ -121,6 +121,15 @@ print("|---|---:|")
 for name, count in instructions.items():
     print(f"| {name.replace('_', ' ')} | {count:,} |")
 
+print("\n### The bookings on a PostgreSQL server beside the data folder (15,000 a month, whole commands)\n")
+print("| work | server ms | data folder ms | server / folder |")
+print("|---|---:|---:|---:|")
+for work, name in [("list day", "list_day"), ("list month", "list_month"), ("search NAME", "search_name"),
+                   ("search ANY TEXT", "search_any"), ("search NAME, 13 months", "search_name_13"),
+                   ("on-site rebuild and list, 13 months", "onsite")]:
+    server, folder = means(f"server_{name}")
+    print(f"| {work} | {server:.1f} | {folder:.1f} | {server / folder:.2f} |")
+
 print("\n### What the baselines read (strace)\n")
 print("| N | month file bytes | `grep -c` read | `grep -ic` read | 13 files bytes | `cat` read | `grep -c` 13 files read |")
 print("|---:|---:|---:|---:|---:|---:|---:|")

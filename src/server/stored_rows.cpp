@@ -38,17 +38,48 @@ QString storedLineSelectList() {
     QStringList columns;
     for (const FieldSpec& def : kRecordFields)
         columns << QLatin1StringView(def.name);
-    for (int day = 1; day <= kBookedSlotCount; ++day)
-        columns << QStringLiteral("%1[%2]").arg(QLatin1StringView(kBookedTimesColumnName)).arg(day);
+    columns << QLatin1StringView(kBookedTimesColumnName);
     return columns.join(QStringLiteral(", "));
 }
+
+namespace {
+
+// The slots from the server's text of the array: {0930,"",...}, an element quoted when it is empty or holds
+// a blank, a comma, a brace, a quote or a backslash (these two escaped by a backslash).
+void readSlots(QStringView text, std::array<QString, kBookedSlotCount>& times) {
+    std::size_t slot = 0;
+    qsizetype at = text.startsWith(u'{') ? 1 : 0;
+    while (at < text.size() && slot < times.size()) {
+        QString& value = times[slot++];
+        value.clear();
+        if (text[at] == u'"') {
+            for (++at; at < text.size() && text[at] != u'"'; ++at) {
+                if (text[at] == u'\\' && at + 1 < text.size())
+                    ++at;
+                value += text[at];
+            }
+            ++at; // the closing quote
+        } else {
+            const qsizetype start = at;
+            while (at < text.size() && text[at] != u',' && text[at] != u'}')
+                ++at;
+            value = text.sliced(start, at - start).toString();
+            if (value == u"NULL")
+                value.clear();
+        }
+        ++at; // the comma or the closing brace
+    }
+    for (; slot < times.size(); ++slot)
+        times[slot].clear();
+}
+
+} // namespace
 
 void readStoredLine(const QSqlQuery& query, int first, StoredLine& stored) {
     int column = first;
     for (QString& value : stored.fields)
         value = query.value(column++).toString();
-    for (QString& slot : stored.bookedSlots)
-        slot = query.value(column++).toString();
+    readSlots(query.value(column).toString(), stored.bookedSlots);
 }
 
 QString storedRowValues(ServerConnection& server, const QString& quotedKey, const QString& seq,

@@ -13,8 +13,8 @@ namespace porvane {
 
 // A field's text as the line holds it, unpadded: for searching it on the server.
 QString storedFieldText(const FieldSpec& def);
-// The select list of a stored line: the fields, then the 31 booked-time slots one by one (the array as a
-// whole would come back as one text in the server's array syntax, to be parsed).
+// The select list of a stored line: the fields, then the booked times, an array that comes as one text in
+// the server's array syntax: far quicker to send and read than its 31 slots one by one.
 QString storedLineSelectList();
 // Reads the stored line a query's row holds from column first on, laid out by storedLineSelectList().
 void readStoredLine(const QSqlQuery& query, int first, StoredLine& stored);
