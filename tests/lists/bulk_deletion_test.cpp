@@ -28,12 +28,14 @@ struct BulkDeletionFixture : ListsFixture {
     BulkDeletion bulk{desk.state};
     const QString photo = u"photo/2403/240301090000_Ann_Lee.bmp"_s;
     const QString status = u"Status/240305.vdf"_s;
+    // A day's status line, which no deletion touches.
+    const QByteArray statusBytes = crLf({handLine({{1, "240305090000"}, {991, "09:00"}})});
 
     BulkDeletionFixture() {
         desk.state.dataFolder.lockWait = std::chrono::milliseconds(100);
         desk.folder.write(photo, "BM");
     }
-    void SetUp() override { putStoredFile(desk.state.files(), status, "status\r\n"); }
+    void SetUp() override { putStoredFile(desk.state.files(), status, statusBytes); }
     // Runs the selection; `answers` go to the questions it asks.
     BulkDeletion::Outcome run(const char* day, const char* month, const char* year,
                               std::initializer_list<Answer> answers = {Answer::Yes},
@@ -50,7 +52,7 @@ struct BulkDeletionFixture : ListsFixture {
     // No scope touches photos or day status files.
     void expectPhotoAndStatusKept() {
         EXPECT_EQ(desk.folder.read(photo), "BM");
-        EXPECT_EQ(storedFile(desk.state.files(), status), "status\r\n");
+        EXPECT_EQ(storedFile(desk.state.files(), status), statusBytes);
     }
     QString lastDay;
 };

@@ -55,6 +55,9 @@ TEST_F(DayStatusTest, arrivalAndDeparture_overwriteTheirColumnsInEveryLineOfTheB
 }
 
 TEST_P(DayStatusEachStore, aShorterValueReplacesOnlyItsOwnCharacters_andShortLinesArePaddedNotCut) {
+    if (GetParam() == StoreKind::Server)
+        GTEST_SKIP()
+            << "a server keeps whole lines of 1186 columns only: no short line can be laid out there";
     const QByteArray shortLine = handLine({{1, "240605090000"}, {14, "Ann"}}, 40);
     const QByteArray longLine = handLine({{1, "240605090000"}, {991, "11:22"}, {996, "33:44"}}, 1186);
     put(u"Status/240615.vdf"_s, crLf({shortLine, longLine}));

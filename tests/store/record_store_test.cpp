@@ -142,6 +142,9 @@ TEST_F(RecordStoreTest,
 
 // A pass print or revocation stores the pass and nothing else: fields typed but not saved stay unstored.
 TEST_P(RecordStoreEachStore, updatePass_writesOnlyThePassColumnsOfEveryLineOfTheIdentifier) {
+    if (GetParam() == StoreKind::Server)
+        GTEST_SKIP()
+            << "a server keeps whole lines of 1186 columns only: no short line can be laid out there";
     put(u"Record/2403.vrf"_s, crLf({kBob, kAnn, kAnnTwin.left(500)}));
     openBooking(kAnn);
     desk.state.record[Field::FirstName] = u"Renamed"_s;

@@ -1,6 +1,10 @@
 #include "test_stores.h"
 
+#include "server/server_connection.h"
+#include "server/server_files.h"
+#include "server/server_schema.h"
 #include "store/line_reader.h"
+#include "temp_pg_cluster.h"
 
 #include <cerrno>
 #include <unistd.h>
@@ -14,9 +18,26 @@ std::string storeKindName(const ::testing::TestParamInfo<StoreKind>& info) {
 }
 
 std::unique_ptr<LineFiles> makeServerStore(QString& why) {
-    // The server store is made here once it exists: openServerFiles over a database of a TempPgCluster.
-    why = u"no server store is built into this program yet"_s;
-    return nullptr;
+    // One cluster for the test program, made when the first test asks, stopped when the program ends.
+    static const std::unique_ptr<TempPgCluster> cluster =
+        TempPgCluster::serverBinaries().isEmpty() ? nullptr : std::make_unique<TempPgCluster>();
+    if (!cluster) {
+        why = u"PostgreSQL's server is not installed (apt-get install postgresql): not tested"_s;
+        return nullptr;
+    }
+    const QString db = cluster->createDatabase();
+    if (db.isEmpty()) {
+        why = cluster->problem();
+        return nullptr;
+    }
+    {
+        ServerConnection server(db);
+        if (const ServerError error = server.error() ? server.error() : initSchema(server)) {
+            why = error.text;
+            return nullptr;
+        }
+    }
+    return openServerFiles(db, why);
 }
 
 LineFileName lineFileNameOf(const QString& relative) {
