@@ -82,33 +82,23 @@ TEST(DateSelection, onlyKnownMonthsOfTheOfferedYearsAreDates) {
     EXPECT_EQ(years.size(), 22);
 }
 
-TEST(DateSelection, monthStepsWrapAsymmetricallyAtTheEnds) {
-    DateSelection back = boxes("15", "JANUARY", "2010");
-    back.cmdCalDECR();
-    EXPECT_EQ(back.monthText(), u"DECEMBER");
-    EXPECT_EQ(back.yearText(), u"2010");
-    EXPECT_EQ(back.dayText(), u"15");
-
-    DateSelection forward = boxes("15", "DECEMBER", "2029"); // last year for a 2024 start-up
-    forward.cmdCalINCR();
-    EXPECT_EQ(forward.monthText(), u"JANUARY");
-    EXPECT_EQ(forward.yearText(), u"2010");
-
-    DateSelection inside = boxes("15", "DECEMBER", "2023");
-    inside.cmdCalINCR();
-    EXPECT_EQ(inside.selectedDate(), QDate(2024, 1, 15));
-    inside.cmdCalDECR();
-    inside.cmdCalDECR();
-    EXPECT_EQ(inside.selectedDate(), QDate(2023, 11, 15));
-}
-
-TEST(DateSelection, monthStepHoldsTheDayToTheNewMonth) {
-    DateSelection d = boxes("31", "JANUARY", "2024");
-    d.cmdCalINCR();
-    EXPECT_EQ(d.selectedDateText(), u"29-02-2024");
-    DateSelection noDay = boxes("--", "MAY", "2024");
-    noDay.cmdCalINCR();
-    EXPECT_EQ(noDay.dayText(), u"--");
-    EXPECT_EQ(noDay.monthText(), u"JUNE");
-    EXPECT_FALSE(noDay.selectedDate().isValid());
+// Steps wrap within the offered years (2010 to 2029 for a 2024 start-up) and hold the day to the new month.
+TEST(DateSelection, monthStepsWrapAtTheEndsAndHoldTheDay) {
+    const struct Case {
+        const char *day, *month, *year;
+        int steps;
+        const char* after; // day month year
+    } cases[] = {
+        {"15", "JANUARY", "2010", -1, "15 DECEMBER 2010"}, {"15", "DECEMBER", "2029", 1, "15 JANUARY 2010"},
+        {"15", "DECEMBER", "2023", 1, "15 JANUARY 2024"},  {"15", "JANUARY", "2024", -2, "15 NOVEMBER 2023"},
+        {"31", "JANUARY", "2024", 1, "29 FEBRUARY 2024"},  {"--", "MAY", "2024", 1, "-- JUNE 2024"},
+    };
+    for (const Case& c : cases) {
+        DateSelection d = boxes(c.day, c.month, c.year);
+        for (int i = 0; i < std::abs(c.steps); ++i)
+            c.steps < 0 ? d.cmdCalDECR() : d.cmdCalINCR();
+        EXPECT_EQ((d.dayText() + u' ' + d.monthText() + u' ' + d.yearText()).toStdString(), c.after)
+            << c.day << ' ' << c.month << ' ' << c.year << " by " << c.steps;
+    }
+    EXPECT_FALSE(boxes("--", "MAY", "2024").selectedDate().isValid());
 }
