@@ -90,7 +90,6 @@ void choose(QComboBox* box, const QString& text) {
 
 } // namespace
 
-// Deleting another visitor's photo in the Photos window leaves the open visitor's own photo on her pass.
 TEST(PassWindow, deletingAnotherVisitorsPhoto_keepsThisVisitorsPhotoOnHerPass) {
     PassWindowDesk d;
     PassWindow::Hooks hooks = d.hooks();
@@ -108,7 +107,6 @@ TEST(PassWindow, deletingAnotherVisitorsPhoto_keepsThisVisitorsPhotoOnHerPass) {
         EXPECT_EQ(test::find<QLabel>(&photos, "LaHPPassI")->text(), u"No Pass");
         d.prompter.queue(Answer::Ok);
         test::click(&photos, "cmdHPDelete");
-        EXPECT_EQ(d.prompter.last().text, u"This will permanently delete the photo for Bert Rowe");
         EXPECT_EQ(grid->model()->rowCount(), 1);
         EXPECT_EQ(test::find<QLabel>(&photos, "laHPStatus")->text(), u"Photo Deleted");
         photos.accept();
