@@ -34,9 +34,15 @@ ServerConnection::ServerConnection(const QString& connInfo) {
     }
     QSqlDatabase db = QSqlDatabase::addDatabase(kDriver, m_name);
     // The driver hands its connect options to libpq as they are, after the parts it was given one by one
-    // (none here); it reads a ";" as a blank, which a key=value string never needs. A server that does not
-    // answer is given up after ten seconds unless the string says otherwise (a later key wins).
-    db.setConnectOptions(QStringLiteral("connect_timeout=10 ") + connInfo);
+    // (none here); it reads a ";" as a blank, which a key=value string never needs. The defaults go first so
+    // that the string's own keys win (libpq keeps the later one). Over TCP a server that does not answer, or
+    // that vanished from the network, is an error within about fifteen seconds rather than a hang: the
+    // connect is bounded, an idle connection is probed after five seconds and given up after three unanswered
+    // probes, and data the server does not acknowledge gives up the connection after fifteen seconds. libpq
+    // ignores the keepalive keys over a unix socket, where a dead server closes the socket at once.
+    db.setConnectOptions(QStringLiteral("connect_timeout=10 keepalives=1 keepalives_idle=5 "
+                                        "keepalives_interval=2 keepalives_count=3 tcp_user_timeout=15000 ") +
+                         connInfo);
     if (!db.open())
         m_error = ServerError::from(db.lastError());
 }
