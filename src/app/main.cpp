@@ -5,6 +5,7 @@
 #include "app/system_start_up.h"
 #include "desk/booking_store.h"
 #include "desk/main_window.h"
+#include "store/folder_watcher.h"
 #include "store/record_store.h"
 
 #include <QApplication>
@@ -28,6 +29,8 @@ public:
     }
     void loadMainWindow() override {
         m_main = std::make_unique<MainWindow>(m_state, m_store);
+        m_watcher = std::make_unique<FolderWatcher>(m_state.dataPath());
+        m_main->watch(*m_watcher);
         m_splash->deskLoaded(m_main.get(), m_state.settings.ckStartFull == u"1");
     }
     void closeSplash() override {
@@ -39,6 +42,8 @@ private:
     AppState& m_state;
     BookingStore& m_store;
     std::unique_ptr<SplashWindow> m_splash;
+    // Declared before the window, so that it goes after it.
+    std::unique_ptr<FolderWatcher> m_watcher;
     std::unique_ptr<MainWindow> m_main;
 };
 

@@ -20,6 +20,7 @@
 #include "photos/camera_window.h"
 #include "photos/photo_manager_window.h"
 #include "settings/settings_window.h"
+#include "store/change_watcher.h"
 #include "store/data_paths.h"
 #include "store/pick_lists.h"
 
@@ -648,6 +649,12 @@ void MainWindow::wireDates() {
 }
 
 void MainWindow::wireLists() {
+    // Short enough to follow another desk within a second, long enough to take a burst of its changes at
+    // once.
+    m_relistTimer = new QTimer(this);
+    m_relistTimer->setSingleShot(true);
+    m_relistTimer->setInterval(150);
+    connect(m_relistTimer, &QTimer::timeout, this, &MainWindow::relistChanged);
     CBListBy->addItems(RecordSearch::kindItems());
     CBListBy->setCurrentIndex(0);
     m_lists.tableChanged = [this](const ListTable& table) {
@@ -957,6 +964,44 @@ void MainWindow::listMonth() {
 void MainWindow::refreshList() {
     m_lists.refresh(m_dates, searchRequest());
     showListState();
+}
+
+void MainWindow::filesChanged(const QStringList& keys) {
+    const QStringList shown = m_lists.shownFiles();
+    if (std::any_of(keys.cbegin(), keys.cend(), [&](const QString& key) { return shown.contains(key); }) &&
+        !m_relistTimer->isActive())
+        m_relistTimer->start();
+}
+
+void MainWindow::relistChanged() {
+    // A question or window on screen may be half way through a change; the list follows once it is closed.
+    if (QApplication::activeModalWidget()) {
+        m_relistTimer->start();
+        return;
+    }
+    m_lists.relist();
+}
+
+void MainWindow::watch(ChangeWatcher& watcher) {
+    m_watcher = &watcher;
+    m_lists.aboutToRead = [this] {
+        if (m_watcher)
+            m_watcher->seenUpToNow();
+    };
+    connect(&watcher, &ChangeWatcher::filesChanged, this, &MainWindow::filesChanged);
+    connect(&watcher, &ChangeWatcher::lost, this, [this](const QString& why) {
+        m_state.showResultInTitle(tr("Lists are not kept up to date: %1").arg(why));
+        m_watcherLost = m_state.mainTitle;
+        showTitle();
+    });
+    connect(&watcher, &ChangeWatcher::back, this, [this] {
+        if (m_state.mainTitle == m_watcherLost) {
+            m_state.mainTitle = AppState::plainTitle();
+            showTitle();
+        }
+        // What changed while the store could not be seen was not reported.
+        m_relistTimer->start();
+    });
 }
 
 void MainWindow::showTable(const ListTable& table) {

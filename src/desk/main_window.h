@@ -8,6 +8,7 @@
 #include "lists/grid_lists.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <memory>
 
 class QCalendarWidget;
@@ -23,6 +24,7 @@ class QTimer;
 namespace porvane {
 
 class BookedTimesModel;
+class ChangeWatcher;
 class ListSortFilterModel;
 class ListTableModel;
 
@@ -34,6 +36,14 @@ class MainWindow : public QMainWindow {
 public:
     MainWindow(AppState& state, BookingStore& store, QWidget* parent = nullptr);
     ~MainWindow() override;
+
+    // Other desks changed these files (month "yymm", day status "yymmdd"): when the list shown reads one of
+    // them it is read again a moment later, several changes in that moment together; the highlighted booking
+    // stays highlighted and the editor is left as it is.
+    void filesChanged(const QStringList& keys);
+    // Follows the changes the watcher reports; the watcher is told before every list is read, so that the
+    // desk's own changes are not listed a second time.
+    void watch(ChangeWatcher& watcher);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -68,6 +78,9 @@ private:
     void listDay();
     void listMonth();
     void refreshList();
+    // Reads the list shown again after other desks changed its files; later while a window waits for the
+    // operator.
+    void relistChanged();
     void showTable(const ListTable& table);
     void showListState();
     void openRow(int row);
@@ -141,6 +154,9 @@ private:
     QPushButton* cmdGetAny = nullptr;
     QLabel* laClock = nullptr;
     QTimer* m_clockTimer = nullptr;
+    QTimer* m_relistTimer = nullptr;
+    QPointer<ChangeWatcher> m_watcher;
+    QString m_watcherLost; // the title shown while the watcher cannot see the store
 
     // Actions and lists
     QPushButton* cmdNEW = nullptr;
