@@ -1,0 +1,180 @@
+#include "server/server_watcher.h"
+
+#include "server/server_connection.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QTimer>
+#include <QVariant>
+#include <memory>
+
+namespace porvane {
+
+namespace {
+constexpr int kRetryMs = 2000;
+constexpr int kMarkWaitMs = 250;
+
+bool isKey(const QString& word) {
+    return (word.size() == 4 || word.size() == 6) &&
+           std::all_of(word.cbegin(), word.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+} // namespace
+
+QStringList ServerWatcher::keysOf(const QString& payload) {
+    QStringList keys;
+    for (const QString& word : payload.split(u' ', Qt::SkipEmptyParts))
+        if (isKey(word) && !keys.contains(word))
+            keys << word;
+    return keys;
+}
+
+// The connection and its timers, in the watcher's thread.
+class ServerWatcher::Listener final : public QObject {
+public:
+    Listener(ServerWatcher& watcher, const QString& connInfo)
+        : m_watcher(watcher)
+        , m_connInfo(connInfo) {}
+
+    // In the listener's thread, once it runs.
+    void start() {
+        m_check = new QTimer(this);
+        m_check->setInterval(kRetryMs);
+        connect(m_check, &QTimer::timeout, this, [this] { m_server ? checkServer() : listen(); });
+        m_check->start();
+        listen();
+    }
+
+    void mark(int asked) {
+        {
+            const QMutexLocker lock(&m_watcher.m_mutex);
+            if (asked <= m_watcher.m_givenUp || !m_server)
+                return;
+        }
+        // Sent from this connection, it comes back to it marked as its own.
+        if (!run(QStringLiteral("NOTIFY %1").arg(QLatin1StringView(kChangesChannel))))
+            return;
+        ++m_marksSent;
+        const QMutexLocker lock(&m_watcher.m_mutex);
+        m_watcher.m_sentUpTo = std::max(m_watcher.m_sentUpTo, asked);
+        m_watcher.m_sent.wakeAll();
+    }
+
+private:
+    void listen() {
+        auto server = std::make_unique<ServerConnection>(m_connInfo);
+        QString why = server->error().text;
+        if (why.isEmpty()) {
+            QSqlDriver* driver = server->database().driver();
+            connect(driver, &QSqlDriver::notification, this,
+                    [this](const QString&, QSqlDriver::NotificationSource source, const QVariant& payload) {
+                        arrived(source == QSqlDriver::SelfSource, payload.toString());
+                    });
+            if (!driver->subscribeToNotification(QLatin1StringView(kChangesChannel)))
+                why = ServerError::from(driver->lastError()).text;
+        }
+        if (!why.isEmpty()) {
+            if (!m_lost) // said once, not at every try
+                lose(why);
+            return;
+        }
+        m_server = std::move(server);
+        m_marksSent = m_marksBack = 0;
+        {
+            const QMutexLocker lock(&m_watcher.m_mutex);
+            m_watcher.m_listening = true;
+        }
+        if (m_lost) {
+            m_lost = false;
+            tell([](ServerWatcher& w) { emit w.back(); });
+        }
+    }
+
+    // A dropped connection does not always say so by itself, so the server is asked something now and then.
+    void checkServer() { run(QStringLiteral("SELECT 1")); }
+
+    // Runs a statement; false, the server lost, when it fails. A connection the driver found dropped is
+    // closed and fails without an error of its own.
+    bool run(const QString& sql) {
+        QSqlQuery query(m_server->database());
+        if (query.exec(sql))
+            return true;
+        const ServerError error = ServerError::from(query.lastError());
+        lose(error ? error.text
+                   : QCoreApplication::translate("ServerWatcher", "the connection to the server was lost"));
+        return false;
+    }
+
+    void lose(const QString& why) {
+        {
+            const QMutexLocker lock(&m_watcher.m_mutex);
+            m_watcher.m_listening = false;
+            m_watcher.m_sent.wakeAll();
+        }
+        m_server.reset();
+        m_lost = true;
+        tell([why](ServerWatcher& w) { emit w.lost(why); });
+    }
+
+    void arrived(bool ownMark, const QString& payload) {
+        if (ownMark) {
+            ++m_marksBack;
+            return;
+        }
+        // Committed before a mark still on its way, so before the desk read the files.
+        if (m_marksBack < m_marksSent)
+            return;
+        if (const QStringList keys = keysOf(payload); !keys.isEmpty())
+            tell([keys](ServerWatcher& w) { emit w.filesChanged(keys); });
+    }
+
+    // Signals are emitted in the desk's thread.
+    template <typename F> void tell(F&& emitIt) {
+        QMetaObject::invokeMethod(
+            &m_watcher, [w = &m_watcher, emitIt = std::forward<F>(emitIt)] { emitIt(*w); },
+            Qt::QueuedConnection);
+    }
+
+    ServerWatcher& m_watcher;
+    const QString m_connInfo;
+    std::unique_ptr<ServerConnection> m_server;
+    QTimer* m_check = nullptr;
+    bool m_lost = false;
+    int m_marksSent = 0;
+    int m_marksBack = 0;
+};
+
+ServerWatcher::ServerWatcher(const QString& connInfo, QObject* parent)
+    : ChangeWatcher(parent)
+    , m_listener(new Listener(*this, connInfo)) {
+    m_listener->moveToThread(&m_thread);
+    connect(&m_thread, &QThread::started, m_listener, [l = m_listener] { l->start(); });
+    connect(&m_thread, &QThread::finished, m_listener, &QObject::deleteLater);
+    m_thread.setObjectName(QStringLiteral("server watcher"));
+    m_thread.start();
+}
+
+ServerWatcher::~ServerWatcher() {
+    m_thread.quit();
+    m_thread.wait();
+}
+
+void ServerWatcher::seenUpToNow() {
+    QMutexLocker lock(&m_mutex);
+    if (!m_listening)
+        return;
+    const int asked = ++m_asked;
+    QMetaObject::invokeMethod(
+        m_listener, [l = m_listener, asked] { l->mark(asked); }, Qt::QueuedConnection);
+    const QDeadlineTimer deadline(kMarkWaitMs);
+    while (m_sentUpTo < asked && m_listening)
+        if (!m_sent.wait(&m_mutex, deadline)) {
+            // A mark sent after the desk has read could hide a change made in between.
+            m_givenUp = asked;
+            return;
+        }
+}
+
+} // namespace porvane

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "store/change_watcher.h"
+
+#include <QMutex>
+#include <QThread>
+#include <QWaitCondition>
+
+namespace porvane {
+
+// Tells which month and day status files other desks changed on the server: each change's commit sends a
+// notification on kChangesChannel whose payload is the changed files' keys separated by blanks
+// ("2403 240314"). It listens on a connection of its own, in a thread of its own, so that a slow or lost
+// server never holds up the desk. When the server goes away it says so and tries again every two seconds;
+// once it is back it listens again and says so.
+class ServerWatcher final : public ChangeWatcher {
+    Q_OBJECT
+
+public:
+    static constexpr const char* kChangesChannel = "porvane_changes";
+    // The keys a notification's payload names; anything else in it is passed over.
+    static QStringList keysOf(const QString& payload);
+
+    explicit ServerWatcher(const QString& connInfo, QObject* parent = nullptr);
+    ~ServerWatcher() override;
+
+    // Sends a notification of its own and waits (at most a quarter of a second) until the server has it:
+    // whatever arrives before it back was committed before the desk reads, so it is not reported.
+    void seenUpToNow() override;
+
+private:
+    class Listener;
+    friend class Listener;
+
+    QThread m_thread;
+    Listener* m_listener = nullptr; // lives in m_thread
+
+    // Between the desk's thread and the listener's: the marks asked for, given up on and sent.
+    QMutex m_mutex;
+    QWaitCondition m_sent;
+    bool m_listening = false;
+    int m_asked = 0;
+    int m_givenUp = 0;
+    int m_sentUpTo = 0;
+};
+
+} // namespace porvane
