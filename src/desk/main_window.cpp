@@ -968,8 +968,10 @@ void MainWindow::refreshList() {
 
 void MainWindow::filesChanged(const QStringList& keys) {
     const QStringList shown = m_lists.shownFiles();
-    if (std::any_of(keys.cbegin(), keys.cend(), [&](const QString& key) { return shown.contains(key); }) &&
-        !m_relistTimer->isActive())
+    const bool affected = keys.isEmpty() || std::any_of(keys.cbegin(), keys.cend(), [&](const QString& key) {
+                              return shown.contains(key);
+                          });
+    if (affected && !m_relistTimer->isActive())
         m_relistTimer->start();
 }
 
@@ -999,8 +1001,6 @@ void MainWindow::watch(ChangeWatcher& watcher) {
             m_state.mainTitle = AppState::plainTitle();
             showTitle();
         }
-        // What changed while the store could not be seen was not reported.
-        m_relistTimer->start();
     });
 }
 

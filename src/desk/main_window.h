@@ -37,9 +37,9 @@ public:
     MainWindow(AppState& state, BookingStore& store, QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    // Other desks changed these files (month "yymm", day status "yymmdd"): when the list shown reads one of
-    // them it is read again a moment later, several changes in that moment together; the highlighted booking
-    // stays highlighted and the editor is left as it is.
+    // Other desks changed these files (month "yymm", day status "yymmdd"; none named: any file): when the
+    // list shown reads one of them it is read again a moment later, several changes in that moment together;
+    // the highlighted booking stays highlighted and the editor is left as it is.
     void filesChanged(const QStringList& keys);
     // Follows the changes the watcher reports; the watcher is told before every list is read, so that the
     // desk's own changes are not listed a second time.

@@ -23,11 +23,15 @@ bool isKey(const QString& word) {
 }
 } // namespace
 
-QStringList ServerWatcher::keysOf(const QString& payload) {
+std::optional<QStringList> ServerWatcher::keysOf(const QString& payload) {
+    if (payload.trimmed() == u"*")
+        return QStringList();
     QStringList keys;
     for (const QString& word : payload.split(u' ', Qt::SkipEmptyParts))
         if (isKey(word) && !keys.contains(word))
             keys << word;
+    if (keys.isEmpty())
+        return std::nullopt;
     return keys;
 }
 
@@ -88,7 +92,10 @@ private:
         }
         if (m_lost) {
             m_lost = false;
-            tell([](ServerWatcher& w) { emit w.back(); });
+            tell([](ServerWatcher& w) {
+                emit w.back();
+                emit w.filesChanged({});
+            });
         }
     }
 
@@ -126,8 +133,8 @@ private:
         // Committed before a mark still on its way, so before the desk read the files.
         if (m_marksBack < m_marksSent)
             return;
-        if (const QStringList keys = keysOf(payload); !keys.isEmpty())
-            tell([keys](ServerWatcher& w) { emit w.filesChanged(keys); });
+        if (const std::optional<QStringList> keys = keysOf(payload))
+            tell([keys = *keys](ServerWatcher& w) { emit w.filesChanged(keys); });
     }
 
     // Signals are emitted in the desk's thread.

@@ -18,11 +18,11 @@ public:
     virtual void seenUpToNow() = 0;
 
 signals:
-    // Files changed since the last report.
+    // Files changed since the last report; none named: any file may have changed.
     void filesChanged(const QStringList& keys);
     // The watcher cannot see the store any more (the server went away); nothing is reported until it is back.
     void lost(const QString& why);
-    // It sees the store again; anything may have changed meanwhile.
+    // It sees the store again; filesChanged follows, naming none, since anything may have changed meanwhile.
     void back();
 };
 
