@@ -1,8 +1,10 @@
 // Lists that follow other desks: a booking another desk saves, or an arrival it marks, shows in the list this
 // desk has open within a second, while the operator's highlighted row and unsaved edit stay as they were.
 #include "desk_window.h"
+#include "pg_database_test.h"
 
 #include "lists/on_site_list.h"
+#include "server/server_watcher.h"
 #include "store/day_status.h"
 #include "store/folder_watcher.h"
 
@@ -29,7 +31,8 @@ protected:
                                 {{525, "SALES"}, {550, "Firm Ltd"}, {slot(23), "0900"}}) +
                     "\r\n";
         folder.write(u"Record/2611.vrf"_s, file);
-        window().watch(watcher);
+        watcher = makeWatcher();
+        window().watch(*watcher);
         rebuilds = std::make_unique<QSignalSpy>(grid()->model(), &QAbstractItemModel::modelReset);
     }
 
@@ -56,10 +59,20 @@ protected:
         return rows;
     }
 
-    FolderWatcher watcher{folder.dataPath()};
+    virtual std::unique_ptr<ChangeWatcher> makeWatcher() {
+        return std::make_unique<FolderWatcher>(folder.dataPath());
+    }
+
+    std::unique_ptr<ChangeWatcher> watcher;
     std::unique_ptr<QSignalSpy> rebuilds;
     // The other desk's own way to the data folder.
     FolderFiles otherDesk{[this] { return state.dataPath(); }, state.lockQuestion};
+};
+
+// The desk told by the server: another desk's commits come as notifications.
+class LiveListsFromTheServer : public porvane::test::WithTestDatabase<LiveLists> {
+protected:
+    std::unique_ptr<ChangeWatcher> makeWatcher() override { return std::make_unique<ServerWatcher>(m_db); }
 };
 
 } // namespace
@@ -126,4 +139,39 @@ TEST_F(LiveLists, anArrivalAnotherDeskMarksShowsOnTheOnSiteList) {
     ASSERT_FALSE(UpdateDayStatus(otherDesk, QDate(2026, 11, 23), regNo, u"09:41"_s, u"  -  "_s));
     QTRY_COMPARE_WITH_TIMEOUT(cell(7, kOnSiteArrived).trimmed(), u"09:41"_s, 1000);
     EXPECT_EQ(rebuilds->size(), 1);
+}
+
+TEST_F(LiveListsFromTheServer,
+       anotherDesksNotifiedBookingIsListed_aLostServerIsSaid_andOnceBackTheListIsReadAgain) {
+    click("cmdGetToday");
+    // Until the watcher listens, a notice of the listed month reads it again.
+    for (int i = 0; i < 50 && rebuilds->isEmpty(); ++i) {
+        notifyChanges(u"2611"_s);
+        QTest::qWait(100);
+    }
+    ASSERT_FALSE(rebuilds->isEmpty()) << "the watcher never listened";
+    clickRow(30);
+    const QString regNo = text("RegNoTB");
+    retype("PersMobTB", u"0777"_s);
+    rebuilds->clear();
+
+    QElapsedTimer took;
+    took.start();
+    const QString added = otherDeskBooks(u"Zed"_s, QTime(10, 0, 1));
+    notifyChanges(u"2611"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(listedRows(), 41, 1000);
+    EXPECT_LT(took.elapsed(), 1000);
+    EXPECT_EQ(cell(40, 0).trimmed(), added);
+    EXPECT_EQ(cell(highlightedRow(), 0).trimmed(), regNo);
+    EXPECT_EQ(text("PersMobTB"), u"0777");
+    EXPECT_EQ(rebuilds->size(), 1);
+
+    serverGone();
+    QTRY_VERIFY_WITH_TIMEOUT(window().windowTitle().contains(u"Lists are not kept up to date"_s), 5000);
+    otherDeskBooks(u"Yan"_s, QTime(10, 0, 2)); // not heard of
+    serverBack();
+    QTRY_COMPARE_WITH_TIMEOUT(listedRows(), 42, 5000);
+    EXPECT_EQ(window().windowTitle(), AppState::plainTitle());
+    EXPECT_EQ(cell(highlightedRow(), 0).trimmed(), regNo);
+    EXPECT_EQ(text("PersMobTB"), u"0777");
 }
