@@ -986,7 +986,9 @@ void MainWindow::relistChanged() {
 
 void MainWindow::watch(ChangeWatcher& watcher) {
     m_watcher = &watcher;
+    // A list read now has whatever a relist still to come would read.
     m_lists.aboutToRead = [this] {
+        m_relistTimer->stop();
         if (m_watcher)
             m_watcher->seenUpToNow();
     };

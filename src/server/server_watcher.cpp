@@ -15,7 +15,7 @@ namespace porvane {
 
 namespace {
 constexpr int kRetryMs = 2000;
-constexpr int kMarkWaitMs = 250;
+constexpr int kMarkWaitMs = 1000;
 
 bool isKey(const QString& word) {
     return (word.size() == 4 || word.size() == 6) &&
@@ -54,6 +54,7 @@ public:
     void mark(int asked) {
         {
             const QMutexLocker lock(&m_watcher.m_mutex);
+            m_watcher.m_answering = true;
             if (asked <= m_watcher.m_givenUp || !m_server)
                 return;
         }
@@ -92,10 +93,8 @@ private:
         }
         if (m_lost) {
             m_lost = false;
-            tell([](ServerWatcher& w) {
-                emit w.back();
-                emit w.filesChanged({});
-            });
+            tell([](ServerWatcher& w) { emit w.back(); });
+            report({});
         }
     }
 
@@ -134,7 +133,21 @@ private:
         if (m_marksBack < m_marksSent)
             return;
         if (const std::optional<QStringList> keys = keysOf(payload))
-            tell([keys = *keys](ServerWatcher& w) { emit w.filesChanged(keys); });
+            report(*keys);
+    }
+
+    // A report still on its way to the desk's thread when the desk read again after a mark sent later is
+    // dropped there: what it names had arrived, so was committed, before that read.
+    void report(const QStringList& keys) {
+        int sentBefore = 0;
+        {
+            const QMutexLocker lock(&m_watcher.m_mutex);
+            sentBefore = m_watcher.m_sentUpTo;
+        }
+        tell([keys, sentBefore](ServerWatcher& w) {
+            if (sentBefore >= w.m_readAfter)
+                emit w.filesChanged(keys);
+        });
     }
 
     // Signals are emitted in the desk's thread.
@@ -175,13 +188,21 @@ void ServerWatcher::seenUpToNow() {
     const int asked = ++m_asked;
     QMetaObject::invokeMethod(
         m_listener, [l = m_listener, asked] { l->mark(asked); }, Qt::QueuedConnection);
+    // A mark sent after the desk has read could hide a change made in between, so one not sent in time is
+    // given up; while the listener has not answered since, the desk does not wait for it at all.
+    if (!m_answering) {
+        m_givenUp = asked;
+        return;
+    }
     const QDeadlineTimer deadline(kMarkWaitMs);
     while (m_sentUpTo < asked && m_listening)
         if (!m_sent.wait(&m_mutex, deadline)) {
-            // A mark sent after the desk has read could hide a change made in between.
             m_givenUp = asked;
+            m_answering = false;
             return;
         }
+    if (m_sentUpTo >= asked)
+        m_readAfter = asked;
 }
 
 } // namespace porvane

@@ -26,8 +26,9 @@ public:
     explicit ServerWatcher(const QString& connInfo, QObject* parent = nullptr);
     ~ServerWatcher() override;
 
-    // Sends a notification of its own and waits (at most a quarter of a second) until the server has it:
-    // whatever arrives before it back was committed before the desk reads, so it is not reported.
+    // Sends a notification of its own and waits (at most a second, and not at all while the listener is
+    // stuck on a server that does not answer) until the server has it: whatever arrives before it back was
+    // committed before the desk reads, so it is not reported.
     void seenUpToNow() override;
 
 private:
@@ -41,9 +42,12 @@ private:
     QMutex m_mutex;
     QWaitCondition m_sent;
     bool m_listening = false;
+    bool m_answering = true; // the listener took the last mark asked for in time, or has taken one since
     int m_asked = 0;
     int m_givenUp = 0;
     int m_sentUpTo = 0;
+    // The desk's thread only: the mark sent before the desk last read.
+    int m_readAfter = 0;
 };
 
 } // namespace porvane
