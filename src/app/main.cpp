@@ -29,8 +29,7 @@ public:
     }
     void loadMainWindow() override {
         m_main = std::make_unique<MainWindow>(m_state, m_store);
-        m_watcher = std::make_unique<FolderWatcher>(m_state.dataPath());
-        m_main->watch(*m_watcher);
+        m_main->watch(std::make_unique<FolderWatcher>(m_state.dataPath()));
         m_splash->deskLoaded(m_main.get(), m_state.settings.ckStartFull == u"1");
     }
     void closeSplash() override {
@@ -42,8 +41,6 @@ private:
     AppState& m_state;
     BookingStore& m_store;
     std::unique_ptr<SplashWindow> m_splash;
-    // Declared before the window, so that it goes after it.
-    std::unique_ptr<FolderWatcher> m_watcher;
     std::unique_ptr<MainWindow> m_main;
 };
 

@@ -20,7 +20,6 @@
 #include "photos/camera_window.h"
 #include "photos/photo_manager_window.h"
 #include "settings/settings_window.h"
-#include "store/change_watcher.h"
 #include "store/data_paths.h"
 #include "store/pick_lists.h"
 
@@ -655,6 +654,12 @@ void MainWindow::wireLists() {
     m_relistTimer->setSingleShot(true);
     m_relistTimer->setInterval(150);
     connect(m_relistTimer, &QTimer::timeout, this, &MainWindow::relistChanged);
+    // A list read now has whatever a relist still to come would read.
+    m_lists.aboutToRead = [this] {
+        m_relistTimer->stop();
+        if (m_watcher)
+            m_watcher->seenUpToNow();
+    };
     CBListBy->addItems(RecordSearch::kindItems());
     CBListBy->setCurrentIndex(0);
     m_lists.tableChanged = [this](const ListTable& table) {
@@ -984,21 +989,17 @@ void MainWindow::relistChanged() {
     m_lists.relist();
 }
 
-void MainWindow::watch(ChangeWatcher& watcher) {
-    m_watcher = &watcher;
-    // A list read now has whatever a relist still to come would read.
-    m_lists.aboutToRead = [this] {
-        m_relistTimer->stop();
-        if (m_watcher)
-            m_watcher->seenUpToNow();
-    };
-    connect(&watcher, &ChangeWatcher::filesChanged, this, &MainWindow::filesChanged);
-    connect(&watcher, &ChangeWatcher::lost, this, [this](const QString& why) {
+void MainWindow::watch(std::unique_ptr<ChangeWatcher> watcher) {
+    m_watcher = std::move(watcher);
+    if (!m_watcher)
+        return;
+    connect(m_watcher.get(), &ChangeWatcher::filesChanged, this, &MainWindow::filesChanged);
+    connect(m_watcher.get(), &ChangeWatcher::lost, this, [this](const QString& why) {
         m_state.showResultInTitle(tr("Lists are not kept up to date: %1").arg(why));
         m_watcherLost = m_state.mainTitle;
         showTitle();
     });
-    connect(&watcher, &ChangeWatcher::back, this, [this] {
+    connect(m_watcher.get(), &ChangeWatcher::back, this, [this] {
         if (m_state.mainTitle == m_watcherLost) {
             m_state.mainTitle = AppState::plainTitle();
             showTitle();

@@ -6,9 +6,9 @@
 #include "desk/open_booking.h"
 #include "lists/date_selection.h"
 #include "lists/grid_lists.h"
+#include "store/change_watcher.h"
 
 #include <QMainWindow>
-#include <QPointer>
 #include <memory>
 
 class QCalendarWidget;
@@ -24,7 +24,6 @@ class QTimer;
 namespace porvane {
 
 class BookedTimesModel;
-class ChangeWatcher;
 class ListSortFilterModel;
 class ListTableModel;
 
@@ -41,9 +40,9 @@ public:
     // list shown reads one of them it is read again a moment later, several changes in that moment together;
     // the highlighted booking stays highlighted and the editor is left as it is.
     void filesChanged(const QStringList& keys);
-    // Follows the changes the watcher reports; the watcher is told before every list is read, so that the
-    // desk's own changes are not listed a second time.
-    void watch(ChangeWatcher& watcher);
+    // Follows the changes the watcher reports (in place of the one it followed, if any); the watcher is told
+    // before every list is read, so that the desk's own changes are not listed a second time.
+    void watch(std::unique_ptr<ChangeWatcher> watcher);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -155,7 +154,7 @@ private:
     QLabel* laClock = nullptr;
     QTimer* m_clockTimer = nullptr;
     QTimer* m_relistTimer = nullptr;
-    QPointer<ChangeWatcher> m_watcher;
+    std::unique_ptr<ChangeWatcher> m_watcher;
     QString m_watcherLost; // the title shown while the watcher cannot see the store
 
     // Actions and lists

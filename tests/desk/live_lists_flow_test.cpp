@@ -31,8 +31,7 @@ protected:
                                 {{525, "SALES"}, {550, "Firm Ltd"}, {slot(23), "0900"}}) +
                     "\r\n";
         folder.write(u"Record/2611.vrf"_s, file);
-        watcher = makeWatcher();
-        window().watch(*watcher);
+        window().watch(makeWatcher());
         rebuilds = std::make_unique<QSignalSpy>(grid()->model(), &QAbstractItemModel::modelReset);
     }
 
@@ -63,7 +62,6 @@ protected:
         return std::make_unique<FolderWatcher>(folder.dataPath());
     }
 
-    std::unique_ptr<ChangeWatcher> watcher;
     std::unique_ptr<QSignalSpy> rebuilds;
     // The other desk's own way to the data folder.
     FolderFiles otherDesk{[this] { return state.dataPath(); }, state.lockQuestion};
