@@ -1,6 +1,7 @@
 #include "server/server_watcher.h"
 
 #include "server/server_connection.h"
+#include "server/server_files.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -16,24 +17,7 @@ namespace porvane {
 namespace {
 constexpr int kRetryMs = 2000;
 constexpr int kMarkWaitMs = 1000;
-
-bool isKey(const QString& word) {
-    return (word.size() == 4 || word.size() == 6) &&
-           std::all_of(word.cbegin(), word.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-}
 } // namespace
-
-std::optional<QStringList> ServerWatcher::keysOf(const QString& payload) {
-    if (payload.trimmed() == u"*")
-        return QStringList();
-    QStringList keys;
-    for (const QString& word : payload.split(u' ', Qt::SkipEmptyParts))
-        if (isKey(word) && !keys.contains(word))
-            keys << word;
-    if (keys.isEmpty())
-        return std::nullopt;
-    return keys;
-}
 
 // The connection and its timers, in the watcher's thread.
 class ServerWatcher::Listener final : public QObject {
@@ -59,7 +43,7 @@ public:
                 return;
         }
         // Sent from this connection, it comes back to it marked as its own.
-        if (!run(QStringLiteral("NOTIFY %1").arg(QLatin1StringView(kChangesChannel))))
+        if (!run(QStringLiteral("NOTIFY %1").arg(QLatin1StringView(kServerChangesChannel))))
             return;
         ++m_marksSent;
         const QMutexLocker lock(&m_watcher.m_mutex);
@@ -77,7 +61,7 @@ private:
                     [this](const QString&, QSqlDriver::NotificationSource source, const QVariant& payload) {
                         arrived(source == QSqlDriver::SelfSource, payload.toString());
                     });
-            if (!driver->subscribeToNotification(QLatin1StringView(kChangesChannel)))
+            if (!driver->subscribeToNotification(QLatin1StringView(kServerChangesChannel)))
                 why = ServerError::from(driver->lastError()).text;
         }
         if (!why.isEmpty()) {
@@ -132,8 +116,16 @@ private:
         // Committed before a mark still on its way, so before the desk read the files.
         if (m_marksBack < m_marksSent)
             return;
-        if (const std::optional<QStringList> keys = keysOf(payload))
-            report(*keys);
+        // Another desk's mark names no file.
+        const ChangedFiles changed = changedFilesOf(payload);
+        if (changed.all) {
+            report({});
+        } else if (!changed.names.isEmpty()) {
+            QStringList keys;
+            for (const LineFileName& name : changed.names)
+                keys << name.key;
+            report(keys);
+        }
     }
 
     // A report still on its way to the desk's thread when the desk read again after a mark sent later is

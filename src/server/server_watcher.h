@@ -5,24 +5,17 @@
 #include <QMutex>
 #include <QThread>
 #include <QWaitCondition>
-#include <optional>
 
 namespace porvane {
 
 // Tells which month and day status files other desks changed on the server: each change's commit sends a
-// notification on kChangesChannel whose payload is the changed files' keys separated by blanks
-// ("2403 240314"), or "*" when they were too many to name. It listens on a connection of its own, in a thread
-// of its own, so that a slow or lost server never holds up the desk. When the server goes away it says so and
-// tries again every two seconds; once it is back it listens again and says so.
+// notification on kServerChangesChannel naming them (server_files.h). It listens on a connection of its own,
+// in a thread of its own, so that a slow or lost server never holds up the desk. When the server goes away it
+// says so and tries again every two seconds; once it is back it listens again and says so.
 class ServerWatcher final : public ChangeWatcher {
     Q_OBJECT
 
 public:
-    static constexpr const char* kChangesChannel = "porvane_changes";
-    // The keys a notification's payload names; anything else in it is passed over. Nullopt when it names
-    // none; an empty list for "*", any file.
-    static std::optional<QStringList> keysOf(const QString& payload);
-
     explicit ServerWatcher(const QString& connInfo, QObject* parent = nullptr);
     ~ServerWatcher() override;
 
