@@ -5,6 +5,7 @@
 #include "app/system_start_up.h"
 #include "desk/booking_store.h"
 #include "desk/main_window.h"
+#include "store/folder_watcher.h"
 #include "store/record_store.h"
 
 #include <QApplication>
@@ -28,6 +29,7 @@ public:
     }
     void loadMainWindow() override {
         m_main = std::make_unique<MainWindow>(m_state, m_store);
+        m_main->watch(std::make_unique<FolderWatcher>(m_state.dataPath()));
         m_splash->deskLoaded(m_main.get(), m_state.settings.ckStartFull == u"1");
     }
     void closeSplash() override {

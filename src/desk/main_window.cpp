@@ -648,6 +648,18 @@ void MainWindow::wireDates() {
 }
 
 void MainWindow::wireLists() {
+    // Short enough to follow another desk within a second, long enough to take a burst of its changes at
+    // once.
+    m_relistTimer = new QTimer(this);
+    m_relistTimer->setSingleShot(true);
+    m_relistTimer->setInterval(150);
+    connect(m_relistTimer, &QTimer::timeout, this, &MainWindow::relistChanged);
+    // A list read now has whatever a relist still to come would read.
+    m_lists.aboutToRead = [this] {
+        m_relistTimer->stop();
+        if (m_watcher)
+            m_watcher->seenUpToNow();
+    };
     CBListBy->addItems(RecordSearch::kindItems());
     CBListBy->setCurrentIndex(0);
     m_lists.tableChanged = [this](const ListTable& table) {
@@ -957,6 +969,42 @@ void MainWindow::listMonth() {
 void MainWindow::refreshList() {
     m_lists.refresh(m_dates, searchRequest());
     showListState();
+}
+
+void MainWindow::filesChanged(const QStringList& keys) {
+    const QStringList shown = m_lists.shownFiles();
+    const bool affected = keys.isEmpty() || std::any_of(keys.cbegin(), keys.cend(), [&](const QString& key) {
+                              return shown.contains(key);
+                          });
+    if (affected && !m_relistTimer->isActive())
+        m_relistTimer->start();
+}
+
+void MainWindow::relistChanged() {
+    // A question or window on screen may be half way through a change; the list follows once it is closed.
+    if (QApplication::activeModalWidget()) {
+        m_relistTimer->start();
+        return;
+    }
+    m_lists.relist();
+}
+
+void MainWindow::watch(std::unique_ptr<ChangeWatcher> watcher) {
+    m_watcher = std::move(watcher);
+    if (!m_watcher)
+        return;
+    connect(m_watcher.get(), &ChangeWatcher::filesChanged, this, &MainWindow::filesChanged);
+    connect(m_watcher.get(), &ChangeWatcher::lost, this, [this](const QString& why) {
+        m_state.showResultInTitle(tr("Lists are not kept up to date: %1").arg(why));
+        m_watcherLost = m_state.mainTitle;
+        showTitle();
+    });
+    connect(m_watcher.get(), &ChangeWatcher::back, this, [this] {
+        if (m_state.mainTitle == m_watcherLost) {
+            m_state.mainTitle = AppState::plainTitle();
+            showTitle();
+        }
+    });
 }
 
 void MainWindow::showTable(const ListTable& table) {

@@ -6,6 +6,7 @@
 #include "desk/open_booking.h"
 #include "lists/date_selection.h"
 #include "lists/grid_lists.h"
+#include "store/change_watcher.h"
 
 #include <QMainWindow>
 #include <memory>
@@ -34,6 +35,14 @@ class MainWindow : public QMainWindow {
 public:
     MainWindow(AppState& state, BookingStore& store, QWidget* parent = nullptr);
     ~MainWindow() override;
+
+    // Other desks changed these files (month "yymm", day status "yymmdd"; none named: any file): when the
+    // list shown reads one of them it is read again a moment later, several changes in that moment together;
+    // the highlighted booking stays highlighted and the editor is left as it is.
+    void filesChanged(const QStringList& keys);
+    // Follows the changes the watcher reports (in place of the one it followed, if any); the watcher is told
+    // before every list is read, so that the desk's own changes are not listed a second time.
+    void watch(std::unique_ptr<ChangeWatcher> watcher);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -68,6 +77,9 @@ private:
     void listDay();
     void listMonth();
     void refreshList();
+    // Reads the list shown again after other desks changed its files; later while a window waits for the
+    // operator.
+    void relistChanged();
     void showTable(const ListTable& table);
     void showListState();
     void openRow(int row);
@@ -141,6 +153,9 @@ private:
     QPushButton* cmdGetAny = nullptr;
     QLabel* laClock = nullptr;
     QTimer* m_clockTimer = nullptr;
+    QTimer* m_relistTimer = nullptr;
+    std::unique_ptr<ChangeWatcher> m_watcher;
+    QString m_watcherLost; // the title shown while the watcher cannot see the store
 
     // Actions and lists
     QPushButton* cmdNEW = nullptr;

@@ -5,6 +5,7 @@
 #include "lists/on_site_list.h"
 #include "lists/record_search.h"
 #include "store/digits.h"
+#include "store/line_files.h"
 
 namespace porvane {
 
@@ -56,7 +57,8 @@ GridLists::Outcome GridLists::selectDayRecord(DateSelection& dates) {
         return Outcome::Refused;
     m_state.listMode = ListMode::Day;
     m_view.locked = true;
-    BuiltList built = buildDayList(m_state.files(), dates.selectedDate(), rowRead);
+    m_listed = dates.selectedDate();
+    BuiltList built = build();
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound)
         return noBookings();
@@ -75,7 +77,8 @@ GridLists::Outcome GridLists::selectMonthRecord(DateSelection& dates) {
     m_view.inOutEnabled = false;
     m_state.listMode = ListMode::Month;
     m_view.locked = true;
-    BuiltList built = buildMonthList(m_state.files(), monthOf(dates), m_state.clock.today(), rowRead);
+    m_listed = monthOf(dates);
+    BuiltList built = build();
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound)
         return noBookings();
@@ -108,9 +111,8 @@ GridLists::Outcome GridLists::runSearch(const SearchRequest& request) {
     m_view.inOutEnabled = false;
     m_state.listMode = ListMode::Search;
     m_view.locked = true;
-    m_searched = request.months;
-    const SearchKind kind = RecordSearch::kindFromText(request.kindText).value_or(SearchKind::AnyText);
-    BuiltList built = RecordSearch::run(m_state.files(), request.months, kind, request.findText);
+    m_search = request;
+    BuiltList built = build();
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound) {
         m_state.prompter.tell(QStringLiteral("Porvane 90 6725"),
@@ -150,7 +152,8 @@ GridLists::Outcome GridLists::showDayStatus() {
     const bool rebuilt = writeStatusList();
     m_state.listMode = ListMode::OnSite;
     m_view.dayBoxGreyed = false;
-    BuiltList built = OnSiteList::build(m_state.files(), m_state.clock.today(), rowRead);
+    m_listed = m_state.clock.today();
+    BuiltList built = build();
     show(std::move(built.table));
     if (built.error.number == FileError::FileNotFound)
         return noBookings();
@@ -160,6 +163,59 @@ GridLists::Outcome GridLists::showDayStatus() {
     }
     m_state.ListedCount = m_table.listedCount();
     return rebuilt ? Outcome::Listed : Outcome::Failed;
+}
+
+BuiltList GridLists::build() {
+    if (aboutToRead)
+        aboutToRead();
+    switch (m_state.listMode) {
+    case ListMode::None:
+        break;
+    case ListMode::Day:
+        return buildDayList(m_state.files(), m_listed, rowRead);
+    case ListMode::Month:
+        return buildMonthList(m_state.files(), m_listed, m_state.clock.today(), rowRead);
+    case ListMode::Search: {
+        const SearchKind kind = RecordSearch::kindFromText(m_search.kindText).value_or(SearchKind::AnyText);
+        return RecordSearch::run(m_state.files(), m_search.months, kind, m_search.findText);
+    }
+    case ListMode::OnSite:
+        return OnSiteList::build(m_state.files(), m_listed, rowRead);
+    }
+    return {};
+}
+
+QStringList GridLists::shownFiles() const {
+    const auto monthFile = [](const QDate& month) {
+        return LineFileName::month(month).key;
+    };
+    switch (m_state.listMode) {
+    case ListMode::None:
+        break;
+    case ListMode::Day:
+    case ListMode::Month:
+        return {monthFile(m_listed)};
+    case ListMode::Search: {
+        QStringList files;
+        for (QDate month = m_search.months.first; month.isValid() && month <= m_search.months.last;
+             month = month.addMonths(1))
+            files << monthFile(month);
+        return files;
+    }
+    case ListMode::OnSite:
+        return {LineFileName::dayStatus(m_listed).key};
+    }
+    return {};
+}
+
+void GridLists::relist() {
+    if (m_state.listMode == ListMode::None)
+        return;
+    BuiltList built = build();
+    if (built.error && built.error.number != FileError::FileNotFound)
+        return;
+    show(std::move(built.table));
+    m_state.ListedCount = m_table.listedCount();
 }
 
 GridLists::Outcome GridLists::refresh(DateSelection& dates, const SearchRequest& search) {

@@ -58,7 +58,7 @@ public:
     // The search itself, in the months asked for.
     Outcome runSearch(const SearchRequest& request);
     // The months the search shown read.
-    const SearchMonths& searchedMonths() const { return m_searched; }
+    const SearchMonths& searchedMonths() const { return m_search.months; }
     // cmdDayList: rebuilds today's status file ("Write List"), then lists it ("Day List").
     Outcome showDayStatus();
     // Rebuilds today's status file; false when it failed (shown in the title).
@@ -67,7 +67,20 @@ public:
     // The list refresh after saves, deletions, arrivals and departures: rebuilds the list ListMode names.
     Outcome refresh(DateSelection& dates, const SearchRequest& search);
 
+    // Called before every list reads its files, so that what changed until then is known to be in it.
+    std::function<void()> aboutToRead;
+    // The files the list shown reads (month "yymm", day status "yymmdd"): the day's or the month's month
+    // file, the months searched, or today's status file for the on-site list. The on-site list is rebuilt
+    // from the months only when the operator asks for it, since that writes the status file.
+    QStringList shownFiles() const;
+    // Another desk changed a file the list reads: the list is read again as it was asked for, whatever the
+    // date boxes and find controls hold now, without a message, a title or a write. On an error other than a
+    // missing file the list stays as it was.
+    void relist();
+
 private:
+    // Reads the list ListMode names, as it was asked for.
+    BuiltList build();
     void show(ListTable table);
     void titleError(int number, const QString& where);
     Outcome noBookings();
@@ -75,7 +88,8 @@ private:
     AppState& m_state;
     ListTable m_table;
     View m_view;
-    SearchMonths m_searched;
+    QDate m_listed; // the day of the day and on-site lists, the month of the month list
+    SearchRequest m_search;
 };
 
 } // namespace porvane
