@@ -34,7 +34,7 @@ public:
 
     // The message the operator sees when the server cannot be reached.
     static QString unreachableText(const QString& why) {
-        return tr("The bookings server cannot be reached: %1").arg(why);
+        return tr("The bookings server cannot be reached: %1").arg(why.simplified());
     }
 };
 

@@ -18,7 +18,6 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMap>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -161,21 +160,13 @@ TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRul
     EXPECT_EQ(desk.prompter.unusedAnswers(), 0u);
 }
 
-// The parts of a test cluster's connection string, "host=... port=... dbname=... user=...".
-QMap<QString, QString> connParts(const QString& connInfo) {
-    QMap<QString, QString> parts;
-    for (const QString& pair : connInfo.split(u' '))
-        parts.insert(pair.section(u'=', 0, 0), pair.section(u'=', 1));
-    return parts;
-}
-
 TEST_F(SettingsWindowTest, theServerIsTestedAsTypedAndSavedForTheDeskToSwitchTo) {
     if (TempPgCluster::serverBinaries().isEmpty())
         GTEST_SKIP() << "PostgreSQL's server is not installed (apt-get install postgresql): not tested";
     TempPgCluster cluster;
     const QString db = cluster.createDatabase();
     ASSERT_FALSE(db.isEmpty()) << cluster.problem().toStdString();
-    const QMap<QString, QString> parts = connParts(db);
+    const QMap<QString, QString> parts = connInfoParts(db);
 
     SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help, reachServer);
     window.show();
