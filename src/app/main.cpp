@@ -5,6 +5,7 @@
 #include "app/system_start_up.h"
 #include "desk/booking_store.h"
 #include "desk/main_window.h"
+#include "desk/store_choice.h"
 #include "store/record_store.h"
 
 #include <QApplication>
@@ -27,6 +28,7 @@ public:
         QCoreApplication::processEvents();
     }
     void loadMainWindow() override {
+        useStoreOfSettings(m_state);
         m_main = std::make_unique<MainWindow>(m_state, m_store);
         m_splash->deskLoaded(m_main.get(), m_state.settings.ckStartFull == u"1");
     }

@@ -785,6 +785,11 @@ void MainWindow::wireTools() {
             close();
             return;
         }
+        if (outcome.storeChanged) {
+            useStoreOfSettings(m_state);
+            if (m_state.listMode != ListMode::None)
+                refreshList();
+        }
         showEditorState();
         showListState();
     });

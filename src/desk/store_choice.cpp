@@ -1,9 +1,29 @@
 #include "desk/store_choice.h"
 
+#include "app/app_state.h"
+#include "desk/late_opened_files.h"
 #include "server/server_connection.h"
+#include "server/server_files.h"
 #include "server/server_schema.h"
+#include "settings/server_settings.h"
 
 namespace porvane {
+
+bool useStoreOfSettings(AppState& state) {
+    if (!state.settings.usesServer()) {
+        state.useFiles(nullptr);
+        return true;
+    }
+    const QString connInfo = ServerSettings::connInfo(state.settings);
+    auto files =
+        std::make_unique<LateOpenedFiles>([connInfo](QString& why) { return openServerFiles(connInfo, why); },
+                                          QStringLiteral("server %1").arg(state.settings.ServerDatabase));
+    const FileError error = files->open();
+    state.useFiles(std::move(files));
+    if (error)
+        state.prompter.tell(QStringLiteral("Porvane 90"), error.text, Icon::Exclamation);
+    return !error;
+}
 
 QString reachServer(const QString& connInfo) {
     ServerConnection server(connInfo);

@@ -8,8 +8,9 @@
 namespace porvane::test {
 
 // Tests on a PostgreSQL server: one throw-away cluster for the test program's suite, a new empty database
-// for each test (m_db, its connection string). Skipped where PostgreSQL's server is not installed.
-class PgTest : public ::testing::Test {
+// for each test (m_db, its connection string). Skipped where PostgreSQL's server is not installed. Base is
+// the fixture the tests build on otherwise (the desk's window, say).
+template <typename Base = ::testing::Test> class PgTestOn : public Base {
 protected:
     static void SetUpTestSuite() {
         if (!TempPgCluster::serverBinaries().isEmpty())
@@ -27,5 +28,6 @@ protected:
     static inline std::unique_ptr<TempPgCluster> s_cluster;
     QString m_db;
 };
+class PgTest : public PgTestOn<> {};
 
 } // namespace porvane::test
