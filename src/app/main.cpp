@@ -5,7 +5,7 @@
 #include "app/system_start_up.h"
 #include "desk/booking_store.h"
 #include "desk/main_window.h"
-#include "store/folder_watcher.h"
+#include "desk/store_choice.h"
 #include "store/record_store.h"
 
 #include <QApplication>
@@ -28,8 +28,9 @@ public:
         QCoreApplication::processEvents();
     }
     void loadMainWindow() override {
+        useStoreOfSettings(m_state);
         m_main = std::make_unique<MainWindow>(m_state, m_store);
-        m_main->watch(std::make_unique<FolderWatcher>(m_state.dataPath()));
+        m_main->watch(watcherOfSettings(m_state));
         m_splash->deskLoaded(m_main.get(), m_state.settings.ckStartFull == u"1");
     }
     void closeSplash() override {

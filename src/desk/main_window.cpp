@@ -10,6 +10,7 @@
 #include "desk/list_sort_filter_model.h"
 #include "desk/location_details_dialog.h"
 #include "desk/personal_details_dialog.h"
+#include "desk/store_choice.h"
 #include "lists/list_export.h"
 #include "lists/list_printing.h"
 #include "lists/list_table_model.h"
@@ -788,13 +789,19 @@ void MainWindow::wireTools() {
     });
     connect(cmdSettings, &QPushButton::clicked, this, [this] {
         const SettingsWindow::Outcome outcome = SettingsWindow::openWithPassword(
-            m_state.AppPath, m_state.settings, m_state.prompter, m_state.help, this);
+            m_state.AppPath, m_state.settings, m_state.prompter, m_state.help, reachServer, this);
         if (outcome.pickListsChanged)
             fillPickLists();
         if (outcome.restartPending) {
             m_restarting = true;
             close();
             return;
+        }
+        if (outcome.storeChanged) {
+            useStoreOfSettings(m_state);
+            watch(watcherOfSettings(m_state));
+            if (m_state.listMode != ListMode::None)
+                refreshList();
         }
         showEditorState();
         showListState();

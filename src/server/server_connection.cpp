@@ -16,7 +16,12 @@ const QString kDriver = QStringLiteral("QPSQL");
 ServerError ServerError::from(const QSqlError& error) {
     if (error.type() == QSqlError::NoError)
         return {};
-    QString text = error.databaseText().trimmed();
+    // libpq's own text runs over indented lines, and Qt's driver adds the SQLSTATE in brackets, empty ones
+    // when the connection broke: shown in a message box, one line without them reads better.
+    QString text = error.databaseText();
+    if (const QString state = u'(' + error.nativeErrorCode() + u')'; text.endsWith(state))
+        text.chop(state.size());
+    text = text.simplified();
     if (text.isEmpty())
         text = error.text().trimmed();
     if (text.isEmpty())

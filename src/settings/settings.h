@@ -32,9 +32,17 @@ struct Settings {
     QString SiteName; // the organisation that runs the desk, printed on passes and list titles
     // "1" keeps camera snapshots as captured instead of fitting them to the photo limit.
     QString ckRawCamPhoto;
+    // The PostgreSQL server that keeps the bookings; an empty host keeps them in the data folder. The
+    // password lies in the enciphered record like SettingsPassword.
+    QString ServerHost;
+    QString ServerPort; // empty: libpq's own default
+    QString ServerDatabase;
+    QString ServerUser;
+    QString ServerPassword;
 
     bool ReadOnlyMode() const { return ckMakeSysRdO == u"1"; }
     bool DisableSingleDelete() const { return ckDisSingleD == u"1"; }
+    bool usesServer() const { return !ServerHost.isEmpty(); }
 };
 
 } // namespace porvane

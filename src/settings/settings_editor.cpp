@@ -53,7 +53,9 @@ bool SettingsEditor::changed() const {
             return true;
     }
     return m_saved.DataPath != m_edited.DataPath || m_saved.SystemPath != m_edited.SystemPath ||
-           m_saved.SiteName != m_edited.SiteName;
+           m_saved.SiteName != m_edited.SiteName || m_saved.ServerHost != m_edited.ServerHost ||
+           m_saved.ServerPort != m_edited.ServerPort || m_saved.ServerDatabase != m_edited.ServerDatabase ||
+           m_saved.ServerUser != m_edited.ServerUser || m_saved.ServerPassword != m_edited.ServerPassword;
 }
 
 bool SettingsEditor::acceptDataFolder(const QString& path) {
@@ -118,6 +120,10 @@ bool SettingsEditor::save() {
         return false;
     if (next.SystemPath != m_saved.SystemPath && !acceptSystemFolder(next.SystemPath))
         return false;
+    if (const QString refusal = ServerSettings::refusal(next); !refusal.isEmpty()) {
+        m_prompter.tell(title(), refusal, Icon::Exclamation);
+        return false;
+    }
 
     const bool restart = SettingsOptions::restartNeeded(m_saved, next);
     if (const FileError error = SaveSettings(m_appPath, next)) {
@@ -125,6 +131,7 @@ bool SettingsEditor::save() {
                         Icon::Exclamation);
         return false;
     }
+    m_storeChanged = m_storeChanged || ServerSettings::storeChanged(m_saved, next);
     m_settings = next;
     m_saved = next;
     m_edited = next;
@@ -138,6 +145,24 @@ bool SettingsEditor::save() {
                         Icon::Information);
     }
     return true;
+}
+
+void SettingsEditor::testServer(const ServerTest& test) {
+    if (const QString refusal = ServerSettings::refusal(m_edited); !refusal.isEmpty()) {
+        m_prompter.tell(title(), refusal, Icon::Exclamation);
+        return;
+    }
+    if (!m_edited.usesServer()) {
+        m_prompter.tell(title(), tr("No server is set: the bookings are kept in the data folder."),
+                        Icon::Information);
+        return;
+    }
+    if (const QString why = test(ServerSettings::connInfo(m_edited)); !why.isEmpty()) {
+        m_prompter.tell(title(), ServerSettings::unreachableText(why), Icon::Exclamation);
+        return;
+    }
+    m_prompter.tell(title(), tr("The bookings server answers and holds the bookings tables."),
+                    Icon::Information);
 }
 
 } // namespace porvane

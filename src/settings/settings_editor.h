@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/prompter.h"
+#include "settings/server_settings.h"
 #include "settings/settings.h"
 
 #include <QCoreApplication>
@@ -44,6 +45,11 @@ public:
     bool save();
     // The saved settings take effect only when the desk starts again: it closes without asking.
     bool restartPending() const { return m_restartPending; }
+    // The saved settings name another store (the server or the data folder): the desk switches to it.
+    bool storeChanged() const { return m_storeChanged; }
+
+    // Tries the server settings as edited, not yet saved, and tells the operator what came of it.
+    void testServer(const ServerTest& test);
 
     static QString title() { return QStringLiteral("Porvane 90"); }
 
@@ -56,6 +62,7 @@ private:
     QString m_newPassword;
     QString m_repeated;
     bool m_restartPending = false;
+    bool m_storeChanged = false;
 };
 
 } // namespace porvane

@@ -49,6 +49,12 @@ constexpr Column kColumns[] = {
     {1001, 64, &Settings::SiteName, true},
     // Whether camera photos are kept as captured: a column clear of every other setting.
     {1200, 1, &Settings::ckRawCamPhoto, false},
+    // The bookings server, in columns that older files leave blank: an empty host, the data folder.
+    {1301, 128, &Settings::ServerHost, true},
+    {1431, 5, &Settings::ServerPort, true},
+    {1437, 63, &Settings::ServerDatabase, true},
+    {1501, 63, &Settings::ServerUser, true},
+    {1565, 64, &Settings::ServerPassword, true},
 };
 
 // The key text of the settings record; anyone with the program has it, so the cipher only keeps the file

@@ -54,7 +54,8 @@ constexpr OptionBox kBoxes[] = {
                        "Ask for the password when opened from the About window (stored only)"),
      OptionPage::Security, false},
     {"ckEnblNetPaths", &Settings::ckEnblNetPaths,
-     QT_TRANSLATE_NOOP("SettingsOptions", "Allow the data folder and the program folder to be changed"),
+     QT_TRANSLATE_NOOP("SettingsOptions",
+                       "Allow the data folder, the program folder and the bookings server to be changed"),
      OptionPage::Folders, false},
 };
 

@@ -7,6 +7,7 @@
 #include "settings/settings_password.h"
 #include "settings/settings_password_window.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -31,6 +32,10 @@ constexpr int kDataPathWidth = 255;
 constexpr int kSystemPathWidth = 76;
 constexpr int kSiteNameWidth = 64;
 constexpr int kFoldersTab = 3;
+constexpr int kServerHostWidth = 128;
+constexpr int kServerPortWidth = 5;
+constexpr int kServerNameWidth = 63;
+constexpr int kServerPasswordWidth = 64;
 
 QLabel* note(const QString& text) {
     auto* label = new QLabel(text);
@@ -49,12 +54,13 @@ QLineEdit* lineEdit(const char* name, int maxLength) {
 } // namespace
 
 SettingsWindow::SettingsWindow(const QString& appPath, Settings& settings, Prompter& prompter, Help& help,
-                               QWidget* parent)
+                               ServerTest testServer, QWidget* parent)
     : QDialog(parent)
     , m_prompter(prompter)
     , m_help(help)
     , m_editor(appPath, settings, prompter)
-    , m_lists(appPath, prompter) {
+    , m_lists(appPath, prompter)
+    , m_testServer(std::move(testServer)) {
     setObjectName(QStringLiteral("frmSettings"));
     setWindowTitle(tr("Porvane 90 Settings"));
 
@@ -86,12 +92,13 @@ SettingsWindow::SettingsWindow(const QString& appPath, Settings& settings, Promp
 }
 
 SettingsWindow::Outcome SettingsWindow::openWithPassword(const QString& appPath, Settings& settings,
-                                                         Prompter& prompter, Help& help, QWidget* parent) {
+                                                         Prompter& prompter, Help& help,
+                                                         const ServerTest& testServer, QWidget* parent) {
     if (SettingsPasswordWindow(settings, prompter, parent).exec() != QDialog::Accepted)
         return {};
-    SettingsWindow window(appPath, settings, prompter, help, parent);
+    SettingsWindow window(appPath, settings, prompter, help, testServer, parent);
     window.exec();
-    return {window.pickListsChanged(), window.restartPending()};
+    return {window.pickListsChanged(), window.restartPending(), window.storeChanged()};
 }
 
 QWidget* SettingsWindow::buildSitePage() {
@@ -176,11 +183,63 @@ QWidget* SettingsWindow::buildFoldersPage() {
         note(tr("The data folder may be on this PC or on a network share that other desks use. It must hold "
                 "the Record, Status and photo folders; for a new data folder they can be made for you. A "
                 "change of folder takes effect when Porvane 90 starts again.")));
+    layout->addWidget(buildServerGroup());
     layout->addStretch();
 
     connect(cmdBrowseData, &QPushButton::clicked, this, [this] { browse(txtDataPath, true); });
     connect(cmdBrowseSystem, &QPushButton::clicked, this, [this] { browse(txtSystemPath, false); });
     return page;
+}
+
+QWidget* SettingsWindow::buildServerGroup() {
+    auto* group = new QGroupBox(tr("Bookings server (PostgreSQL)"));
+    grpServer = group;
+    const Settings& s = m_editor.edited();
+    txtServerHost = lineEdit("txtServerHost", kServerHostWidth);
+    txtServerHost->setText(s.ServerHost);
+    txtServerHost->setPlaceholderText(tr("empty: the data folder"));
+    txtServerPort = lineEdit("txtServerPort", kServerPortWidth);
+    txtServerPort->setText(s.ServerPort);
+    txtServerPort->setPlaceholderText(QStringLiteral("5432"));
+    txtServerPort->setMaximumWidth(70);
+    txtServerDatabase = lineEdit("txtServerDatabase", kServerNameWidth);
+    txtServerDatabase->setText(s.ServerDatabase);
+    txtServerUser = lineEdit("txtServerUser", kServerNameWidth);
+    txtServerUser->setText(s.ServerUser);
+    txtServerPassword = lineEdit("txtServerPassword", kServerPasswordWidth);
+    txtServerPassword->setText(s.ServerPassword);
+    txtServerPassword->setEchoMode(QLineEdit::Password);
+    auto* cmdTestServer = new QPushButton(tr("&Test connection"));
+    cmdTestServer->setObjectName(QStringLiteral("cmdTestServer"));
+
+    auto* grid = new QGridLayout(group);
+    grid->addWidget(new QLabel(tr("Server:")), 0, 0);
+    grid->addWidget(txtServerHost, 0, 1);
+    grid->addWidget(new QLabel(tr("Port:")), 0, 2);
+    grid->addWidget(txtServerPort, 0, 3);
+    grid->addWidget(new QLabel(tr("Database:")), 1, 0);
+    grid->addWidget(txtServerDatabase, 1, 1);
+    grid->addWidget(new QLabel(tr("User:")), 1, 2);
+    grid->addWidget(txtServerUser, 1, 3);
+    grid->addWidget(new QLabel(tr("Password:")), 2, 0);
+    grid->addWidget(txtServerPassword, 2, 1);
+    grid->addWidget(cmdTestServer, 2, 2, 1, 2);
+    grid->addWidget(
+        note(tr("With a server, every desk that names it shares its bookings; photos and pick lists "
+                "stay in the data folder. A change takes effect when the settings are saved.")),
+        3, 0, 1, 4);
+    grid->setColumnStretch(1, 1);
+
+    connect(cmdTestServer, &QPushButton::clicked, this, [this] {
+        takeBoxes();
+        m_editor.testServer([this](const QString& connInfo) {
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+            const QString why = m_testServer(connInfo);
+            QApplication::restoreOverrideCursor();
+            return why;
+        });
+    });
+    return group;
 }
 
 QWidget* SettingsWindow::buildListsPage() {
@@ -254,8 +313,8 @@ void SettingsWindow::browse(QLineEdit* box, bool dataFolder) {
 
 void SettingsWindow::showFolderState() {
     const bool enabled = m_editor.edited().ckEnblNetPaths == u"1";
-    for (QWidget* w :
-         std::initializer_list<QWidget*>{txtDataPath, txtSystemPath, cmdBrowseData, cmdBrowseSystem})
+    for (QWidget* w : std::initializer_list<QWidget*>{txtDataPath, txtSystemPath, cmdBrowseData,
+                                                      cmdBrowseSystem, grpServer})
         w->setEnabled(enabled);
 }
 
@@ -269,6 +328,11 @@ void SettingsWindow::takeBoxes() {
     s.SiteName = txtSiteName->text();
     s.DataPath = QDir::fromNativeSeparators(txtDataPath->text());
     s.SystemPath = QDir::fromNativeSeparators(txtSystemPath->text());
+    s.ServerHost = txtServerHost->text().trimmed();
+    s.ServerPort = txtServerPort->text().trimmed();
+    s.ServerDatabase = txtServerDatabase->text().trimmed();
+    s.ServerUser = txtServerUser->text().trimmed();
+    s.ServerPassword = txtServerPassword->text();
     m_editor.setNewPassword(txtNewPW->text(), txtNewPW2->text());
 }
 

@@ -1,5 +1,6 @@
 #include "app/app_state.h"
 #include "child_process.h"
+#include "settings/server_settings.h"
 #include "settings/settings_file.h"
 #include "test_desk.h"
 
@@ -102,6 +103,52 @@ TEST_F(SettingsFileTest, recordLaidOutByHandReadsEachSetting) {
     EXPECT_EQ(state.settings.SystemPath, u"/opt/porvane");
     EXPECT_EQ(state.settings.SiteName, u"Harbour Works Ltd");
     EXPECT_EQ(state.settings.ckShowSplash, u" "); // an option is taken as it is, blank included
+    EXPECT_FALSE(state.settings.usesServer()) << "a file without a server keeps the data folder";
+}
+
+TEST_F(SettingsFileTest, serverSettingsLieBesideTheOldOnesAndThePasswordIsNotInClear) {
+    state.settings = defaultSettings(state.AppPath);
+    state.settings.ServerHost = u"db.harbour.example"_s;
+    state.settings.ServerPort = u"5433"_s;
+    state.settings.ServerDatabase = u"porvane"_s;
+    state.settings.ServerUser = u"gate desk"_s;
+    state.settings.ServerPassword = u"s3cret 'n\\ \u00E9"_s;
+    ASSERT_FALSE(SaveSettings(state.AppPath, state.settings));
+
+    const QByteArray raw = fileBytes();
+    ASSERT_EQ(raw.size(), 3839);
+    EXPECT_FALSE(raw.contains("s3cret"));
+    const QByteArray record = xorCipher(raw);
+    EXPECT_EQ(at(record, 1301, 128), padded("db.harbour.example", 128));
+    EXPECT_EQ(at(record, 1431, 5), "5433 ");
+    EXPECT_EQ(at(record, 1437, 63), padded("porvane", 63));
+    EXPECT_EQ(at(record, 1501, 63), padded("gate desk", 63));
+    EXPECT_EQ(at(record, 1565, 64), padded("s3cret 'n\\ \xE9", 64));
+    // Every older setting is where it was.
+    const QByteArray app = folder.appPath().toLatin1();
+    EXPECT_EQ(at(record, 100, 64), padded("PPP", 64));
+    EXPECT_EQ(at(record, 625, 255), padded(app + "Porvanedata", 255));
+    EXPECT_EQ(at(record, 1001, 64), padded("Tarnwell Solutions", 64));
+    EXPECT_EQ(at(record, 1200, 1), "0");
+    EXPECT_EQ(at(record, 1629, 2211), QByteArray(2211, ' '));
+
+    Settings read;
+    ASSERT_EQ(LoadSettings(state.AppPath, read).status, SettingsLoad::Status::Loaded);
+    EXPECT_EQ(read.ServerHost, state.settings.ServerHost);
+    EXPECT_EQ(read.ServerPort, u"5433");
+    EXPECT_EQ(read.ServerDatabase, u"porvane");
+    EXPECT_EQ(read.ServerUser, u"gate desk");
+    EXPECT_EQ(read.ServerPassword, state.settings.ServerPassword);
+    // libpq's quoting: each value in single quotes, a quote or backslash after a backslash.
+    EXPECT_EQ(ServerSettings::connInfo(read),
+              u"host='db.harbour.example' port='5433' dbname='porvane' user='gate desk' "
+              "password='s3cret \\'n\\\\ \u00E9'"_s);
+    read.ServerPort.clear();
+    read.ServerPassword.clear();
+    EXPECT_EQ(ServerSettings::connInfo(read),
+              u"host='db.harbour.example' dbname='porvane' user='gate desk'"_s);
+    read.ServerHost.clear();
+    EXPECT_EQ(ServerSettings::connInfo(read), QString()) << "no host: the data folder";
 }
 
 TEST_F(SettingsFileTest, longDataPathIsCutTo255AndPasswordBlanksTrimmed) {

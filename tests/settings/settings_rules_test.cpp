@@ -159,4 +159,69 @@ TEST_F(SettingsEditorTest, aRefusedFolderOrPasswordOrFailedWriteLeavesFileAndDes
     EXPECT_FALSE(editor.restartPending());
 }
 
+TEST_F(SettingsEditorTest, serverSettingsAreCheckedAndSwitchTheStoreWithoutARestart) {
+    const QByteArray fileBefore = settingsFile();
+    SettingsEditor editor(state.AppPath, state.settings, state.prompter);
+    Settings& edited = editor.edited();
+    edited.ServerHost = u"db1"_s;
+    edited.ServerDatabase = u"porvane"_s;
+    for (const auto& [port, user, password, refusal] : {
+             std::tuple{u"70000"_s, u"desk"_s, u"pw"_s,
+                        u"The port is a number from 1 to 65535 (PostgreSQL's own is 5432)."_s},
+             {u"5432"_s, u"desk;2"_s, u"pw"_s, u"The user cannot hold a \";\"."_s},
+             {u"5432"_s, u"desk"_s, u" pw"_s, u"The server password cannot begin or end with a blank."_s},
+             {u"5432"_s, u"\u0414\u0430"_s, u"pw"_s,
+              u"The user has a character that the settings file cannot hold."_s},
+         }) {
+        edited.ServerPort = port;
+        edited.ServerUser = user;
+        edited.ServerPassword = password;
+        EXPECT_FALSE(editor.save());
+        EXPECT_EQ(desk.prompter.last().text, refusal);
+        // Test connection refuses the same settings before it tries the server.
+        editor.testServer([](const QString&) -> QString {
+            ADD_FAILURE() << "settings that cannot be saved were tried";
+            return {};
+        });
+        EXPECT_EQ(desk.prompter.last().text, refusal);
+    }
+    EXPECT_EQ(settingsFile(), fileBefore);
+    EXPECT_FALSE(state.settings.usesServer());
+
+    // Test connection tries what the window holds, before it is saved.
+    edited.ServerPort.clear();
+    edited.ServerUser = u"desk"_s;
+    edited.ServerPassword = u"pw"_s;
+    QString tried;
+    editor.testServer([&tried](const QString& connInfo) {
+        tried = connInfo;
+        return u"Connection refused"_s;
+    });
+    EXPECT_EQ(tried, u"host='db1' dbname='porvane' user='desk' password='pw'");
+    EXPECT_EQ(desk.prompter.last().text, u"The bookings server cannot be reached: Connection refused");
+    editor.testServer([](const QString&) { return QString(); });
+    EXPECT_EQ(desk.prompter.last().text, u"The bookings server answers and holds the bookings tables.");
+
+    const qsizetype told = desk.prompter.messages().size();
+    ASSERT_TRUE(editor.save());
+    EXPECT_EQ(desk.prompter.messages().size(), told) << "a new store needs no restart";
+    EXPECT_FALSE(editor.restartPending());
+    EXPECT_TRUE(editor.storeChanged());
+    EXPECT_EQ(state.settings.ServerHost, u"db1");
+    EXPECT_EQ(reread().ServerPassword, u"pw");
+
+    // Back to the data folder: the other server settings are kept for later.
+    SettingsEditor back(state.AppPath, state.settings, state.prompter);
+    back.edited().ServerHost.clear();
+    back.testServer([](const QString&) -> QString {
+        ADD_FAILURE() << "no server to try";
+        return {};
+    });
+    EXPECT_EQ(desk.prompter.last().text, u"No server is set: the bookings are kept in the data folder.");
+    ASSERT_TRUE(back.save());
+    EXPECT_TRUE(back.storeChanged());
+    EXPECT_FALSE(reread().usesServer());
+    EXPECT_EQ(reread().ServerDatabase, u"porvane");
+}
+
 } // namespace

@@ -1,11 +1,15 @@
+#include "admin_run.h"
 #include "desk/booking_store.h"
 #include "desk/main_window.h"
+#include "desk/store_choice.h"
 #include "recording_opener.h"
 #include "saved_settings_fixture.h"
+#include "settings/server_settings.h"
 #include "settings/settings_file.h"
 #include "settings/settings_password_window.h"
 #include "settings/settings_window.h"
 #include "store/record_store.h"
+#include "temp_pg_cluster.h"
 #include "widgets.h"
 
 #include <QApplication>
@@ -36,7 +40,7 @@ struct SettingsWindowTest : SavedSettingsFixture {
 
 TEST_F(SettingsWindowTest, changedFieldsAreWrittenToTheFileAndReadBack) {
     QTemporaryDir share;
-    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
+    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help, reachServer);
     find<QCheckBox>(&window, "ckMakeSysRdO")->click();
     find<QCheckBox>(&window, "ckEnbl_BarOP")->click();
     find<QCheckBox>(&window, "ckAllowExtCiPW")->click();
@@ -68,7 +72,7 @@ TEST_F(SettingsWindowTest, changedFieldsAreWrittenToTheFileAndReadBack) {
 
 TEST_F(SettingsWindowTest, closingWithChangesAsks_cancelStaysNoDiscards) {
     const QByteArray before = settingsFile();
-    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
+    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help, reachServer);
     window.show();
     find<QCheckBox>(&window, "ckDisSingleD")->click();
     desk.prompter.queue(Answer::Cancel);
@@ -85,7 +89,7 @@ TEST_F(SettingsWindowTest, closingWithChangesAsks_cancelStaysNoDiscards) {
 TEST_F(SettingsWindowTest, helpKeyOpensTheFoldersPageOnTheFoldersTabAndTheModesPageElsewhere) {
     RecordingOpener opener;
     state.help.urlOpener = &opener;
-    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
+    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help, reachServer);
     window.show();
     auto* tabs = find<QTabWidget>(&window, "tabSettings");
     for (int tab = 0; tab < tabs->count(); ++tab) {
@@ -111,7 +115,7 @@ TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRul
                    "[DESCRIPTION]\n"
                    "CONTRACTOR\n" // the same entry in another list stays
                    "[SELECTACCESS]\n");
-    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help);
+    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help, reachServer);
     auto* chooser = find<QComboBox>(&window, "cbEditList");
     auto* entries = find<QListWidget>(&window, "lstEntries");
     auto* newEntry = find<QLineEdit>(&window, "txtNewEntry");
@@ -154,6 +158,52 @@ TEST_F(SettingsWindowTest, pickListsAreEditedAfterTheChosenEntryPerTheSectionRul
                                                                               "Gate 1\r\n"));
     EXPECT_TRUE(window.pickListsChanged());
     EXPECT_EQ(desk.prompter.unusedAnswers(), 0u);
+}
+
+TEST_F(SettingsWindowTest, theServerIsTestedAsTypedAndSavedForTheDeskToSwitchTo) {
+    if (TempPgCluster::serverBinaries().isEmpty())
+        GTEST_SKIP() << "PostgreSQL's server is not installed (apt-get install postgresql): not tested";
+    TempPgCluster cluster;
+    const QString db = cluster.createDatabase();
+    ASSERT_FALSE(db.isEmpty()) << cluster.problem().toStdString();
+    const QMap<QString, QString> parts = connInfoParts(db);
+
+    SettingsWindow window(state.AppPath, state.settings, state.prompter, state.help, reachServer);
+    window.show();
+    find<QTabWidget>(&window, "tabSettings")->setCurrentIndex(3);
+    find<QLineEdit>(&window, "txtServerHost")->setText(parts[u"host"_s]);
+    find<QLineEdit>(&window, "txtServerPort")->setText(parts[u"port"_s]);
+    find<QLineEdit>(&window, "txtServerDatabase")->setText(parts[u"dbname"_s]);
+    find<QLineEdit>(&window, "txtServerUser")->setText(parts[u"user"_s]);
+    // The test server trusts every local connection, but the password must still pass libpq's parsing.
+    find<QLineEdit>(&window, "txtServerPassword")->setText(u"it's a \\ pass"_s);
+
+    click(&window, "cmdTestServer");
+    EXPECT_EQ(desk.prompter.last().text,
+              u"The bookings server cannot be reached: the database's tables are not made yet: run "
+              "porvane-admin --db CONNINFO db init"_s);
+    find<QLineEdit>(&window, "txtServerDatabase")->setText(u"nosuchdb"_s);
+    click(&window, "cmdTestServer");
+    EXPECT_TRUE(desk.prompter.last().text.startsWith(u"The bookings server cannot be reached: "_s));
+    EXPECT_TRUE(desk.prompter.last().text.contains(u"\"nosuchdb\" does not exist"_s))
+        << desk.prompter.last().text.toStdString();
+    find<QLineEdit>(&window, "txtServerDatabase")->setText(parts[u"dbname"_s]);
+
+    click(&window, "cmdSave");
+    EXPECT_EQ(window.result(), QDialog::Accepted);
+    EXPECT_TRUE(window.storeChanged());
+    EXPECT_FALSE(window.restartPending());
+    const Settings saved = reread();
+    EXPECT_EQ(saved.ServerHost, parts[u"host"_s]);
+    EXPECT_EQ(saved.ServerPassword, u"it's a \\ pass"_s);
+
+    // The connection string the settings make is the one porvane-admin takes.
+    const AdminRun init = runAdmin(desk.folder, u"2026-11-23"_s,
+                                   {u"--db"_s, ServerSettings::connInfo(saved), u"db"_s, u"init"_s});
+    EXPECT_EQ(init.status, 0) << init.err.toStdString();
+    SettingsWindow again(state.AppPath, state.settings, state.prompter, state.help, reachServer);
+    click(&again, "cmdTestServer");
+    EXPECT_EQ(desk.prompter.last().text, u"The bookings server answers and holds the bookings tables.");
 }
 
 // Answers whatever modal window the desk shows, as a user would, until the script says it is done.

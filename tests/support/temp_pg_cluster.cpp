@@ -124,4 +124,11 @@ QString TempPgCluster::createDatabase() {
     return QStringLiteral("host=%1 port=%2 dbname=%3 user=%4").arg(m_dir.path(), kPort, name, kUser);
 }
 
+QMap<QString, QString> connInfoParts(const QString& connInfo) {
+    QMap<QString, QString> parts;
+    for (const QString& pair : connInfo.split(u' ', Qt::SkipEmptyParts))
+        parts.insert(pair.section(u'=', 0, 0), pair.section(u'=', 1));
+    return parts;
+}
+
 } // namespace porvane::test

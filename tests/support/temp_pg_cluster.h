@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -39,5 +40,8 @@ private:
     bool m_started = false;
     int m_databases = 0;
 };
+
+// The parts of a connection string that createDatabase made, by key: "host", "port", "dbname", "user".
+QMap<QString, QString> connInfoParts(const QString& connInfo);
 
 } // namespace porvane::test
