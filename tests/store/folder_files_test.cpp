@@ -118,38 +118,4 @@ TEST_F(FolderFilesTest, lineChecksThroughTheStore_findWhatTheFolderCheckFinds) {
     EXPECT_EQ(folderFiles, 2);
 }
 
-// The desk reads and writes wherever its store is at the moment: a store handed in later takes every save
-// and read (the photos stay in the data folder), and going back to the data folder finds its files as they
-// were.
-TEST_F(FolderFilesTest, aStoreHandedToTheDesk_takesItsSavesAndReads_fromTheNextChangeOn) {
-    RecordStore store = recordStoreOf(desk.state);
-    CurrentRecord& booking = desk.state.record;
-    booking[Field::FirstName] = u"Ann"_s;
-    booking[Field::LastName] = u"Lee"_s;
-    booking[Field::Department] = u"SALES"_s;
-    booking[Field::Organisation] = u"Acme"_s;
-    ASSERT_TRUE(store.SaveNewRecord(booking, u"2403"_s).ok());
-
-    TempDataFolder other;
-    desk.state.useFiles(
-        std::make_unique<FolderFiles>([&] { return other.dataPath(); }, desk.state.lockQuestion));
-    EXPECT_FALSE(desk.state.usesDataFolder());
-    EXPECT_EQ(desk.state.files().where(), other.dataPath());
-    booking[Field::FirstName] = u"Bob"_s;
-    desk.clock.set(QDateTime(QDate(2024, 3, 5), QTime(9, 1)));
-    const StoreResult saved = store.SaveNewRecord(booking, u"2403"_s);
-    ASSERT_TRUE(saved.ok());
-    CurrentRecord read;
-    FileError error;
-    ASSERT_TRUE(readBookingLine(desk.state.files(), saved.regNo, read, error));
-    EXPECT_EQ(read[Field::FirstName].trimmed(), u"Bob");
-    EXPECT_TRUE(RecordLine(other.read(u"Record/2403.vrf"_s)).hasRegNo(saved.regNo.toLatin1()));
-
-    desk.state.useFiles(nullptr);
-    EXPECT_TRUE(desk.state.usesDataFolder());
-    EXPECT_EQ(desk.folder.read(u"Record/2403.vrf"_s).count("\r\n"), 1) << "only Ann's line";
-    EXPECT_FALSE(readBookingLine(desk.state.files(), saved.regNo, read, error))
-        << "Bob is in the other store";
-}
-
 } // namespace
