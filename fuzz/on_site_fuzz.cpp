@@ -1,16 +1,16 @@
 // The on-site rebuild and list over hostile files: today's month file and today's status file come from the
 // input (split at its first 0xFF byte), the status file is rebuilt from them keeping its marks, and the list
 // is built from the result.
-#include "app/prompter.h"
 #include "fuzz_files.h"
 #include "lists/on_site_list.h"
+#include "store/folder_files.h"
 
 using namespace porvane;
 
 namespace {
 
-struct NoOperator final : Prompter {
-    Answer ask(const Message&) override { return Answer::Cancel; }
+struct NoOperator final : LockHolderQuestion {
+    LockChoice ask(const LockHolder&) override { return LockChoice::Cancel; }
 };
 
 void check(bool ok) {
@@ -27,18 +27,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString month = fuzz::writeInput(QStringLiteral("Record/2402.vrf"), data, monthSize);
     const QString dataPath = fuzz::folderOf(month, 2);
     const QDate today(2024, 2, 10);
-    const QString status = OnSiteList::statusFilePath(dataPath, today);
+    NoOperator noOperator;
+    FolderFiles files([&] { return dataPath; }, noOperator);
+    const QString status = files.path(LineFileName::dayStatus(today));
     QDir().mkpath(dataPath + QStringLiteral("Status"));
     if (split)
         fuzz::writeInput(QStringLiteral("Status/240210.vdf"), data + monthSize + 1, size - monthSize - 1);
     else
         QFile::remove(status);
 
-    NoOperator prompter;
-    const FileError written = OnSiteList::writeStatusList(dataPath, today, prompter);
+    const FileError written = OnSiteList::writeStatusList(files, today);
     // Only a line longer than any booking stops the rebuild.
     check(!written || written.number == FileError::PathFileAccess);
-    const BuiltList list = OnSiteList::build(dataPath, today);
+    const BuiltList list = OnSiteList::build(files, today);
     if (written || list.error)
         return 0;
     QFile file(status);

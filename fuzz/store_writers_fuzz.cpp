@@ -99,7 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // columns when shorter; no other line changes.
     const QList<QByteArray> lines = splitLines(read(path));
     const QByteArray key = lines.value(0).left(12);
-    check(!markSiteTimes(path, key, "09:15", "  -  "));
+    check(!rewriteLines(path, markSiteTimes(key, "09:15", "  -  ")));
     const QList<QByteArray> marked = splitLines(read(path));
     check(marked.size() == lines.size());
     for (qsizetype i = 0; i < lines.size(); ++i) {

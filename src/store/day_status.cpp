@@ -31,8 +31,8 @@ void overwrite(QByteArray& line, int column, QByteArrayView value) {
     std::copy_n(value.data(), n, line.data() + column - 1);
 }
 
-// Writes arrival and departure ("hh:mm" or "  -  ", at most five characters each) into every line whose
-// first 12 characters equal key, as UpdateDayStatus says.
+} // namespace
+
 LineEdit markSiteTimes(const QByteArray& key, const QByteArray& arrival, const QByteArray& departure) {
     return [=](QByteArrayView stored, QByteArray& out) {
         if (!keyMatches(stored, key))
@@ -46,8 +46,6 @@ LineEdit markSiteTimes(const QByteArray& key, const QByteArray& arrival, const Q
         return true;
     };
 }
-
-} // namespace
 
 SiteTimes readSiteTimes(LineFiles& files, const QDate& day, const QString& regNo) {
     SiteTimes times;

@@ -21,6 +21,10 @@ struct SiteTimes {
 // no line.
 SiteTimes readSiteTimes(LineFiles& files, const QDate& day, const QString& regNo);
 
+// The edit that writes arrival and departure ("hh:mm" or "  -  ", at most five characters each) into every
+// line whose first 12 characters equal key, as UpdateDayStatus says.
+LineEdit markSiteTimes(const QByteArray& key, const QByteArray& arrival, const QByteArray& departure);
+
 // Writes a booking's arrival and departure (its TimeOnSite and TimeOffSite) into every line of the day's
 // status file whose first 12 characters equal the registration box's trimmed text. Each value replaces at
 // most five characters at columns 991 and 996; a line too short to hold them is first padded with blanks to
